@@ -1,0 +1,33 @@
+# GoogleTest from Debian's source package, built with whatever compiler this build uses.
+set(VF_GTEST_SOURCE /usr/src/googletest CACHE PATH "GoogleTest source tree")
+set(INSTALL_GTEST OFF CACHE BOOL "" FORCE)
+set(BUILD_GMOCK ON CACHE BOOL "" FORCE)
+set(gtest_force_shared_crt ON CACHE BOOL "" FORCE)
+if(VF_WINDOWS)
+    # Wine runs each test through the build's own prefix (see wine-run.sh).
+    set(VF_WINEPREFIX ${CMAKE_BINARY_DIR}/wineprefix)
+    configure_file(${CMAKE_CURRENT_LIST_DIR}/wine-run.sh.in ${CMAKE_BINARY_DIR}/wine-run.sh @ONLY
+                   FILE_PERMISSIONS OWNER_READ OWNER_WRITE OWNER_EXECUTE GROUP_READ GROUP_EXECUTE
+                                    WORLD_READ WORLD_EXECUTE)
+    set(CMAKE_CROSSCOMPILING_EMULATOR ${CMAKE_BINARY_DIR}/wine-run.sh)
+endif()
+# googletest's own code does not build warning-free under -Werror with every compiler.
+set(_vf_saved_options "${CMAKE_CXX_FLAGS}")
+add_subdirectory(${VF_GTEST_SOURCE} ${CMAKE_BINARY_DIR}/googletest EXCLUDE_FROM_ALL)
+foreach(t gtest gtest_main gmock gmock_main)
+    if(TARGET ${t})
+        target_compile_options(${t} PRIVATE -Wno-error)
+    endif()
+endforeach()
+
+# vf_add_test(name SOURCES a.cpp b.cpp LIBS lib1 lib2 [LABELS l]): one executable, one CTest entry.
+function(vf_add_test name)
+    cmake_parse_arguments(T "" "" "SOURCES;LIBS;LABELS" ${ARGN})
+    add_executable(${name} ${T_SOURCES})
+    target_link_libraries(${name} PRIVATE ${T_LIBS} GTest::gmock GTest::gtest_main)
+    vf_target_defaults(${name})
+    add_test(NAME ${name} COMMAND ${name} --gtest_brief=1)
+    if(T_LABELS)
+        set_tests_properties(${name} PROPERTIES LABELS "${T_LABELS}")
+    endif()
+endfunction()

@@ -1,0 +1,17 @@
+# Cross toolchain: MinGW-w64, posix thread model, 64-bit Windows.
+set(CMAKE_SYSTEM_NAME Windows)
+set(CMAKE_SYSTEM_PROCESSOR x86_64)
+set(VF_TRIPLE x86_64-w64-mingw32)
+set(CMAKE_C_COMPILER ${VF_TRIPLE}-gcc-posix)
+set(CMAKE_CXX_COMPILER ${VF_TRIPLE}-g++-posix)
+set(CMAKE_RC_COMPILER ${VF_TRIPLE}-windres)
+set(CMAKE_AR ${VF_TRIPLE}-gcc-ar-posix CACHE FILEPATH "")
+set(CMAKE_RANLIB ${VF_TRIPLE}-gcc-ranlib-posix CACHE FILEPATH "")
+set(VF_DLLTOOL ${VF_TRIPLE}-dlltool)
+set(VF_OBJDUMP ${VF_TRIPLE}-objdump)
+set(CMAKE_FIND_ROOT_PATH /usr/${VF_TRIPLE})
+set(CMAKE_FIND_ROOT_PATH_MODE_PROGRAM NEVER)
+set(CMAKE_FIND_ROOT_PATH_MODE_LIBRARY ONLY)
+set(CMAKE_FIND_ROOT_PATH_MODE_INCLUDE ONLY)
+# Every test executable runs through Wine with the build's own prefix.
+set(CMAKE_CROSSCOMPILING_EMULATOR ${CMAKE_CURRENT_LIST_DIR}/wine-run.sh)

@@ -1,0 +1,16 @@
+#!/usr/bin/env bash
+# Configures and builds the Windows (cross) build in build/windows and, with --native, the
+# sanitizer build of the portable code in build/native.
+set -euo pipefail
+root=$(cd "$(dirname "$0")/.." && pwd)
+build="${VF_BUILD_DIR:-$root/build}"
+jobs=$(nproc)
+
+cmake -S "$root" -B "$build/windows" -DCMAKE_BUILD_TYPE=Release \
+      -DCMAKE_TOOLCHAIN_FILE="$root/cmake/mingw-w64-x86_64.cmake" >/dev/null
+cmake --build "$build/windows" -j"$jobs"
+
+if [ "${1:-}" = "--native" ]; then
+    cmake -S "$root" -B "$build/native" -DCMAKE_BUILD_TYPE=Debug >/dev/null
+    cmake --build "$build/native" -j"$jobs"
+fi
