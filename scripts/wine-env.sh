@@ -34,6 +34,8 @@ vf_wine_start() {
 
 vf_wine_stop() {
     if [ -n "${VF_WINESERVER_PID:-}" ]; then
+        # Ends the prefix's Wine services with the server; killing only the server leaves them.
+        wineserver -k >/dev/null 2>&1 || true
         kill "$VF_WINESERVER_PID" 2>/dev/null || true
         wait "$VF_WINESERVER_PID" 2>/dev/null || true
         VF_WINESERVER_PID=""

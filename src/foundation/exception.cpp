@@ -1,0 +1,31 @@
+#include "foundation/exception.h"
+
+#include <utility>
+
+#include "foundation/error_codes.h"
+
+namespace slib {
+
+Exception::Exception(const char* message, std::shared_ptr<const Error> error)
+    : std::runtime_error(message),
+      error_(error ? std::move(error) : MakeBasicError(kUnclassified)) {}
+
+void Throw(int32_t code, const char* message) {
+    std::shared_ptr<Error> error = MakeBasicError(code);
+    Exception exception(message, std::move(error));
+    throw exception;
+}
+
+void ThrowLastError(const char* message, uint32_t lastError) {
+    std::shared_ptr<Error> error = MakeWindowsLastError(lastError);
+    Exception exception(message, std::move(error));
+    throw exception;
+}
+
+void ThrowHResult(const char* message, int32_t hresult) {
+    std::shared_ptr<Error> error = MakeWindowsHResult(hresult);
+    Exception exception(message, std::move(error));
+    throw exception;
+}
+
+}  // namespace slib

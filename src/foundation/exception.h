@@ -1,0 +1,31 @@
+#pragma once
+// The one exception type of the plug-in: a fixed message for people plus a shared error object
+// for the code. Copies share the error object; nothing between the throw and the function
+// handler's boundary catches it.
+
+#include <cstdint>
+#include <memory>
+#include <stdexcept>
+
+#include "foundation/error.h"
+
+namespace slib {
+
+class Exception : public std::runtime_error {
+  public:
+    // A null error is replaced by BasicError(2400), so error() is never null.
+    Exception(const char* message, std::shared_ptr<const Error> error);
+
+    const std::shared_ptr<const Error>& error() const { return error_; }
+
+  private:
+    std::shared_ptr<const Error> error_;
+};
+
+// One-line raising for the common cases. Each keeps the three steps of raising a failure: build
+// the error object, construct the exception, throw it by value.
+[[noreturn]] void Throw(int32_t code, const char* message);
+[[noreturn]] void ThrowLastError(const char* message, uint32_t lastError);
+[[noreturn]] void ThrowHResult(const char* message, int32_t hresult);
+
+}  // namespace slib
