@@ -1,0 +1,111 @@
+#pragma once
+// slib::FileManager: the one service through which the plug-in touches files, folders, the shell
+// and network volumes. It holds no state: each caller makes its own, uses it and lets it go.
+// Every failure throws slib::Exception; nothing is cached between calls.
+//
+// Paths are absolute Windows paths with "\" separators. Operations that open or create an item
+// by name hand the system the "\\?\" long-path form; the kind test, copy/move/delete and the
+// shell actions pass the path as given, since the shell refuses the prefixed form.
+
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "foundation/object.h"
+#include "foundation/utf16_string.h"
+
+namespace slib {
+
+// Result of FileManager::getItemKind.
+struct ItemKind {
+    static constexpr uint32_t kFile = 0;
+    static constexpr uint32_t kFolder = 1;
+    static constexpr uint32_t kNone = 2;
+};
+
+// Positions of the item-kind keyword list ("file", "folder", "new", "files", "folders"), as
+// handed to FileManager::createItem; kUnknown is a keyword that is not in the list.
+struct CreateKind {
+    static constexpr int32_t kUnknown = -1;
+    static constexpr int32_t kFile = 0;
+    static constexpr int32_t kFolder = 1;
+    static constexpr int32_t kNew = 2;
+    static constexpr int32_t kFiles = 3;
+    static constexpr int32_t kFolders = 4;
+};
+
+class FileManager : public Object {
+  public:
+    // --- core ---
+    // 0 file, 1 folder, 2 no such item; -54 "Insufficent file permissions" when it cannot tell.
+    uint32_t getItemKind(const String& path) const;
+    // Creates the last component only (long-path form); fails on an existing item.
+    void createDirectory(const String& path) const;
+    // Creates an empty file (long-path form): truncates an existing one when `overwrite`,
+    // otherwise fails on any existing item.
+    void createFile(const String& path, bool overwrite) const;
+    // Creates the item an item-kind keyword position asks for:
+    //   kFile, kNew, kFiles   an empty file, never overwriting (createFile(path, false))
+    //   kFolder, kFolders     a folder (createDirectory)
+    //   kUnknown, any other   -50 "Wrong parameter"; nothing is created
+    void createItem(const String& path, int32_t kindPosition) const;
+    // The current user's profile folder, without a trailing separator.
+    std::shared_ptr<const String> getHomeFolder() const;
+    // Size of a file, or the recursive total of a folder (64-bit).
+    uint64_t getItemSize(const String& path) const;
+    // Recursive total of the files below a folder; an unreadable or missing folder counts 0.
+    uint64_t getFolderSize(const String& path) const;
+    // "smb://server/share" becomes "\\server\share"; any other text comes back unchanged.
+    std::shared_ptr<const String> smbUrlToUncPath(const String& url) const;
+    // The 8.3 form of an existing path, or the path as given when the system has none.
+    std::shared_ptr<const String> toShortPath(const String& path) const;
+    // One command-line argument: a leading space, then the text with control characters, space,
+    // double quote and backslash escaped by a backslash ("\a", "\ ", "\"", "\\", ...).
+    std::shared_ptr<const String> escapeForCommandLine(const String& text) const;
+
+    // --- copy, move, delete (through the shell; whole trees, no recycle bin) ---
+    // -43 "Source item does not exist", then -48 "Destination item already exists" when the
+    // destination is a file. An existing destination folder receives the source inside it.
+    void copyItem(const String& source, const String& destination) const;
+    // As copyItem, plus -48 when the destination folder already holds a file of the source's name.
+    void moveItem(const String& source, const String& destination) const;
+    // -43 "Item does not exist"; otherwise removes the item and all it holds, permanently.
+    void deleteItem(const String& path) const;
+
+    // --- shell actions (never wait for the started program) ---
+    // Opens the file in the application associated with it.
+    void openFile(const String& path) const;
+    // Starts `"application" "file"`.
+    void openFileWithApplication(const String& file, const String& application) const;
+    // Opens a folder window on the item's parent with the item selected.
+    void revealItem(const String& path) const;
+    // Starts `"application"` followed by each carriage-return separated line of `arguments`,
+    // escaped with escapeForCommandLine. An empty text passes no arguments.
+    void runApplication(const String& application, const String& arguments) const;
+
+    // --- volumes ---
+    // Connects `remote` (a UNC path) on `mountPath` ("Z:" or "Z:\"), or on the highest free drive
+    // letter when it is null; null user or password are passed as null. Returns e.g. "Z:\".
+    std::shared_ptr<const String> mountVolume(const String& remote,
+                                              const std::shared_ptr<const String>& mountPath,
+                                              const std::shared_ptr<const String>& user,
+                                              const std::shared_ptr<const String>& password) const;
+    // Drops the connection on "Z:" or "Z:\", even with files open on it, and forgets it.
+    void unmountVolume(const String& mountPath) const;
+    // Drive names of all logical drives ("C:", "D:", ...), in the system's order.
+    std::vector<std::shared_ptr<const String>> listVolumes() const;
+    // True when `name` is one of listVolumes(), letters compared without regard to case ("c:"
+    // matches "C:"). Volume labels and forms with a trailing "\" are not volume names.
+    bool isMountedVolume(const String& name) const;
+};
+
+// `path` with "\\?\" in front, exactly as given otherwise (no UNC form, no normalisation).
+std::u16string WithLongPathPrefix(const std::u16string& path);
+
+// The drive letter a mount without a mount path takes: the first letter from Z down whose bit in
+// `usedDrives` (bit 0 = A, as GetLogicalDrives gives) is clear. With A to Z all in use the search
+// runs past A and yields '@', which the system then refuses as a local name.
+char16_t ChooseFreeDriveLetter(uint32_t usedDrives);
+
+}  // namespace slib

@@ -1,0 +1,24 @@
+// The existence and kind test every check of the file manager is built on.
+
+#include <windows.h>
+
+#include "foundation/error_codes.h"
+#include "foundation/exception.h"
+#include "foundation/windows/file_manager.h"
+
+namespace slib {
+
+uint32_t FileManager::getItemKind(const String& path) const {
+    // No long-path form here: the kind test sees the path exactly as the shell operations will.
+    const DWORD attributes = GetFileAttributesW(path.wide());
+    if (attributes != INVALID_FILE_ATTRIBUTES) {
+        return (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0 ? ItemKind::kFolder : ItemKind::kFile;
+    }
+    const DWORD error = GetLastError();
+    if (error == ERROR_FILE_NOT_FOUND || error == ERROR_PATH_NOT_FOUND) {
+        return ItemKind::kNone;
+    }
+    Throw(kPermissionDenied, "Insufficent file permissions");
+}
+
+}  // namespace slib

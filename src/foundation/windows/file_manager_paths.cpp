@@ -1,0 +1,46 @@
+// Path forms the file manager hands out: the long-path form, the profile folder, the 8.3 form.
+
+// windows.h first: the other system headers build on its types.
+#include <windows.h>
+
+#include <shlobj.h>
+
+#include <cwchar>
+#include <vector>
+
+#include "foundation/exception.h"
+#include "foundation/windows/file_manager.h"
+#include "foundation/windows/file_manager_handles.h"
+
+namespace slib {
+
+using file_manager_detail::Wide;
+
+std::u16string WithLongPathPrefix(const std::u16string& path) {
+    return u"\\\\?\\" + path;
+}
+
+std::shared_ptr<const String> FileManager::getHomeFolder() const {
+    wchar_t buffer[MAX_PATH] = {};
+    const HRESULT result = SHGetFolderPathW(nullptr, CSIDL_PROFILE, nullptr, 0, buffer);
+    if (result != S_OK) {
+        ThrowHResult("Cannot get home folder of user", static_cast<int32_t>(result));
+    }
+    return String::FromWide(buffer, wcslen(buffer));
+}
+
+std::shared_ptr<const String> FileManager::toShortPath(const String& path) const {
+    const DWORD needed = GetShortPathNameW(path.wide(), nullptr, 0);
+    if (needed == 0) {
+        return std::make_shared<String>(path.units());
+    }
+    std::vector<wchar_t> buffer(needed + 1, L'\0');
+    const DWORD length =
+        GetShortPathNameW(path.wide(), buffer.data(), static_cast<DWORD>(buffer.size()));
+    if (length == 0 || length >= buffer.size()) {
+        return std::make_shared<String>(path.units());
+    }
+    return String::FromWide(buffer.data(), length);
+}
+
+}  // namespace slib

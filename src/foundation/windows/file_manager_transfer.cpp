@@ -1,0 +1,111 @@
+// Copy, move and delete, all handed to the shell's file operation so folders go with their whole
+// contents and cross-volume moves are the shell's business. Our part: the checks, in order, before
+// anything on disk changes.
+
+// windows.h first: the other system headers build on its types.
+#include <windows.h>
+
+#include <shellapi.h>
+
+#include <cwchar>
+#include <vector>
+
+#include "foundation/error_codes.h"
+#include "foundation/exception.h"
+#include "foundation/windows/file_manager.h"
+
+namespace slib {
+
+namespace {
+
+// The shell's list form of one path: the path, then two terminating zeros. No long-path prefix,
+// which the shell does not accept. The path ends at its first zero, as the checks saw it: an
+// embedded zero must not smuggle a second, unchecked item into the list.
+std::vector<wchar_t> ShellList(const String& path) {
+    const wchar_t* text = path.wide();
+    std::vector<wchar_t> list(text, text + wcslen(text));
+    list.push_back(L'\0');
+    list.push_back(L'\0');
+    return list;
+}
+
+// Outcome of one shell file operation: whether it failed, and the thread's last error taken right
+// after the call (before the lists are freed), which is what a failure is reported with.
+struct ShellOutcome {
+    bool failed;
+    DWORD lastError;
+};
+
+ShellOutcome RunShellOperation(UINT operation, const String& source, const String* destination) {
+    std::vector<wchar_t> from = ShellList(source);
+    std::vector<wchar_t> to;
+    if (destination != nullptr) {
+        to = ShellList(*destination);
+    }
+    SHFILEOPSTRUCTW request = {};
+    request.hwnd = nullptr;
+    request.wFunc = operation;
+    request.pFrom = from.data();
+    request.pTo = destination != nullptr ? to.data() : nullptr;
+    // Silent and unconfirmed, but not FOF_NOERRORUI: the shell may still tell the user about a
+    // failure on its own. No FOF_ALLOWUNDO: deletions bypass the recycle bin.
+    request.fFlags = FOF_SILENT | FOF_NOCONFIRMATION;
+    request.fAnyOperationsAborted = FALSE;
+    request.hNameMappings = nullptr;
+    request.lpszProgressTitle = nullptr;
+    const int result = SHFileOperationW(&request);
+    return ShellOutcome{result != 0, GetLastError()};
+}
+
+// The source's last component: the text after its last "\", or all of it when it has none.
+std::u16string LastComponent(const std::u16string& path) {
+    const size_t separator = path.rfind(u'\\');
+    return separator == std::u16string::npos ? path : path.substr(separator + 1);
+}
+
+}  // namespace
+
+void FileManager::copyItem(const String& source, const String& destination) const {
+    if (getItemKind(source) == ItemKind::kNone) {
+        Throw(kItemNotFound, "Source item does not exist");
+    }
+    if (getItemKind(destination) == ItemKind::kFile) {
+        Throw(kItemExists, "Destination item already exists");
+    }
+    const ShellOutcome outcome = RunShellOperation(FO_COPY, source, &destination);
+    if (outcome.failed) {
+        // The thread's last error, not the shell's own code: the user's message is built from it.
+        ThrowLastError("Cannot copy item", outcome.lastError);
+    }
+}
+
+void FileManager::moveItem(const String& source, const String& destination) const {
+    if (getItemKind(source) == ItemKind::kNone) {
+        Throw(kItemNotFound, "Source item does not exist");
+    }
+    if (getItemKind(destination) == ItemKind::kFile) {
+        Throw(kItemExists, "Destination item already exists");
+    }
+    // Into an existing folder the shell would overwrite a same-named file without asking; refuse
+    // that here. A same-named folder is merged, as the shell does.
+    const String candidate(destination.units() + u"\\" + LastComponent(source.units()));
+    if (getItemKind(candidate) == ItemKind::kFile) {
+        Throw(kItemExists, "Destination item already exists");
+    }
+    const ShellOutcome outcome = RunShellOperation(FO_MOVE, source, &destination);
+    if (outcome.failed) {
+        ThrowLastError("Cannot move item", outcome.lastError);
+    }
+}
+
+void FileManager::deleteItem(const String& path) const {
+    if (getItemKind(path) == ItemKind::kNone) {
+        Throw(kItemNotFound, "Item does not exist");
+    }
+    const ShellOutcome outcome = RunShellOperation(FO_DELETE, path, nullptr);
+    if (outcome.failed) {
+        ThrowLastError("Cannot delete item", outcome.lastError);
+    }
+}
+
+}  // namespace slib

@@ -1,0 +1,53 @@
+// Handing an item to the shell: open it with its associated program, or show it in a folder
+// window.
+
+// windows.h first: the other system headers build on its types.
+#include <windows.h>
+
+#include <shellapi.h>
+#include <shlobj.h>
+
+#include "foundation/error_codes.h"
+#include "foundation/exception.h"
+#include "foundation/windows/file_manager.h"
+#include "foundation/windows/file_manager_handles.h"
+
+namespace slib {
+
+using file_manager_detail::ComScope;
+using file_manager_detail::ItemIdList;
+using file_manager_detail::Wide;
+
+void FileManager::openFile(const String& path) const {
+    // Associations may be shell extensions that need COM on this thread.
+    const ComScope com;
+    const HINSTANCE result =
+        ShellExecuteW(nullptr, L"open", path.wide(), nullptr, nullptr, SW_SHOWNORMAL);
+    // ShellExecuteW reports through a fake instance handle: above 32 means started.
+    if (reinterpret_cast<INT_PTR>(result) <= 32) {
+        Throw(kUnclassified, "Cannot open file in the default application");
+    }
+}
+
+void FileManager::revealItem(const String& path) const {
+    const std::u16string& item = path.units();
+    const size_t separator = item.rfind(u'\\');
+    const std::u16string parent =
+        separator == std::u16string::npos ? std::u16string() : item.substr(0, separator);
+
+    const ComScope com;
+    const ItemIdList parentList(ILCreateFromPathW(Wide(parent)));
+    const ItemIdList itemList(ILCreateFromPathW(path.wide()));
+    // A path the shell cannot name gives no list; the reveal fails as the shell itself would
+    // refuse a missing folder.
+    if (parentList.get() == nullptr || itemList.get() == nullptr) {
+        Throw(kUnclassified, "Cannot reveal the file");
+    }
+    PCUITEMID_CHILD child = itemList.get();
+    const HRESULT result = SHOpenFolderAndSelectItems(parentList.get(), 1, &child, 0);
+    if (FAILED(result)) {
+        Throw(kUnclassified, "Cannot reveal the file");
+    }
+}
+
+}  // namespace slib

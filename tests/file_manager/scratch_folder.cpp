@@ -1,0 +1,172 @@
+#include "scratch_folder.h"
+
+#include <windows.h>
+
+#include <vector>
+
+namespace slib {
+namespace test {
+
+std::u16string FromWide(const wchar_t* text) {
+    return reinterpret_cast<const char16_t*>(text);
+}
+
+const wchar_t* Wide(const std::u16string& text) {
+    return reinterpret_cast<const wchar_t*>(text.c_str());
+}
+
+std::string Narrow(const std::u16string& text) {
+    return String(text).toUtf8();
+}
+
+namespace {
+
+std::u16string Long(const std::u16string& path) {
+    return u"\\\\?\\" + path;
+}
+
+bool IsDotEntry(const wchar_t* name) {
+    return wcscmp(name, L".") == 0 || wcscmp(name, L"..") == 0;
+}
+
+template <typename Visit>
+void ForEachEntry(const std::u16string& folder, Visit visit) {
+    WIN32_FIND_DATAW entry;
+    const HANDLE search = FindFirstFileW(Wide(Long(folder) + u"\\*"), &entry);
+    if (search == INVALID_HANDLE_VALUE) {
+        return;
+    }
+    do {
+        if (!IsDotEntry(entry.cFileName)) {
+            visit(FromWide(entry.cFileName),
+                  (entry.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0);
+        }
+    } while (FindNextFileW(search, &entry));
+    FindClose(search);
+}
+
+void Collect(const std::u16string& base, const std::u16string& prefix,
+             std::map<std::u16string, std::string>& out) {
+    ForEachEntry(base, [&](const std::u16string& name, bool folder) {
+        const std::u16string relative = prefix.empty() ? name : prefix + u"\\" + name;
+        if (folder) {
+            out[relative] = "<dir>";
+            Collect(base + u"\\" + name, relative, out);
+        } else {
+            out[relative] = "";
+        }
+    });
+}
+
+}  // namespace
+
+void RemoveTree(const std::u16string& path) {
+    const DWORD attributes = GetFileAttributesW(Wide(Long(path)));
+    if (attributes == INVALID_FILE_ATTRIBUTES) {
+        return;
+    }
+    SetFileAttributesW(Wide(Long(path)), FILE_ATTRIBUTE_NORMAL);
+    if ((attributes & FILE_ATTRIBUTE_DIRECTORY) == 0) {
+        DeleteFileW(Wide(Long(path)));
+        return;
+    }
+    ForEachEntry(path, [&](const std::u16string& name, bool) { RemoveTree(path + u"\\" + name); });
+    RemoveDirectoryW(Wide(Long(path)));
+}
+
+std::optional<Exception> Caught(const std::function<void()>& action) {
+    try {
+        action();
+    } catch (const Exception& exception) {
+        return exception;
+    }
+    return std::nullopt;
+}
+
+::testing::AssertionResult FailsWith(const std::function<void()>& action, int32_t code,
+                                     const char* message) {
+    const std::optional<Exception> exception = Caught(action);
+    if (!exception) {
+        return ::testing::AssertionFailure()
+               << "no exception, expected " << code << " \"" << message << "\"";
+    }
+    if (exception->error()->code() != code || std::string(exception->what()) != message) {
+        return ::testing::AssertionFailure()
+               << "got " << exception->error()->code() << " \"" << exception->what()
+               << "\", expected " << code << " \"" << message << "\"";
+    }
+    return ::testing::AssertionSuccess();
+}
+
+void ScratchTest::SetUp() {
+    static int counter = 0;
+    wchar_t temp[MAX_PATH];
+    const DWORD length = GetTempPathW(MAX_PATH, temp);
+    ASSERT_GT(length, 0u);
+    std::u16string base = FromWide(temp).substr(0, length);
+    if (base.back() == u'\\') {
+        base.pop_back();
+    }
+    root_ = base + u"\\vf-fm-" + FromWide(std::to_wstring(GetCurrentProcessId()).c_str()) + u"-" +
+            FromWide(std::to_wstring(++counter).c_str());
+    RemoveTree(root_);
+    ASSERT_TRUE(CreateDirectoryW(Wide(root_), nullptr)) << Narrow(root_);
+}
+
+void ScratchTest::TearDown() {
+    RemoveTree(root_);
+    EXPECT_EQ(GetFileAttributesW(Wide(root_)), INVALID_FILE_ATTRIBUTES) << "scratch folder left";
+}
+
+std::u16string ScratchTest::path(const std::u16string& relative) const {
+    return relative.empty() ? root_ : root_ + u"\\" + relative;
+}
+
+void ScratchTest::makeFolder(const std::u16string& relative) const {
+    ASSERT_TRUE(CreateDirectoryW(Wide(Long(path(relative))), nullptr)) << Narrow(relative);
+}
+
+void ScratchTest::writeFile(const std::u16string& relative, const std::string& content) const {
+    const HANDLE file = CreateFileW(Wide(Long(path(relative))), GENERIC_WRITE, 0, nullptr,
+                                    CREATE_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr);
+    ASSERT_NE(file, INVALID_HANDLE_VALUE) << Narrow(relative);
+    DWORD written = 0;
+    const BOOL ok =
+        WriteFile(file, content.data(), static_cast<DWORD>(content.size()), &written, nullptr);
+    CloseHandle(file);
+    ASSERT_TRUE(ok && written == content.size());
+}
+
+std::optional<std::string> ScratchTest::readFile(const std::u16string& relative) const {
+    const HANDLE file = CreateFileW(Wide(Long(path(relative))), GENERIC_READ, FILE_SHARE_READ,
+                                    nullptr, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
+    if (file == INVALID_HANDLE_VALUE) {
+        return std::nullopt;
+    }
+    std::string content;
+    char buffer[4096];
+    DWORD got = 0;
+    while (ReadFile(file, buffer, sizeof(buffer), &got, nullptr) && got > 0) {
+        content.append(buffer, got);
+    }
+    CloseHandle(file);
+    return content;
+}
+
+bool ScratchTest::exists(const std::u16string& relative) const {
+    return GetFileAttributesW(Wide(Long(path(relative)))) != INVALID_FILE_ATTRIBUTES;
+}
+
+std::map<std::u16string, std::string> ScratchTest::snapshot(const std::u16string& relative) const {
+    std::map<std::u16string, std::string> tree;
+    Collect(path(relative), u"", tree);
+    for (auto& [name, content] : tree) {
+        if (content != "<dir>") {
+            content = readFile(relative.empty() ? name : relative + u"\\" + name).value_or("?");
+        }
+    }
+    return tree;
+}
+
+}  // namespace test
+}  // namespace slib
