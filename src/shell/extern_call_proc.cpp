@@ -1,35 +1,31 @@
-// Entry point the host calls for every lifecycle message. Skeleton: answers the get-string
-// queries; initialisation, registration and shutdown arrive with the shell.
-#include <windows.h>
-
-#include <cstring>
-
+// The plug-in's one exported symbol. Every lifecycle message runs under the call mutex, so no
+// message overlaps another or any function call.
 #include "fmx_constants.h"
 #include "fmx_record.h"
-#include "resources/resource_ids.h"
+#include "shell/call_lock.h"
+#include "shell/call_probe.h"
+#include "shell/lifecycle.h"
+#include "shell/recheck_timer.h"
+#include "shell/shell_state.h"
 
 namespace {
 
-constexpr wchar_t kOptions[] = L"QrvF1YnYnnn";
-
-void AnswerGetString(FmxExternCallRecord& record) {
-    auto* buffer = reinterpret_cast<wchar_t*>(record.result);
-    if (buffer == nullptr) {
-        return;
-    }
-    const auto capacity = static_cast<int>(record.parm3);
-    const auto instance = reinterpret_cast<HINSTANCE>(record.instanceID);
-    switch (record.parm1) {
-        case fmx::kStrName:
-            LoadStringW(instance, VF_STR_PLUGIN_NAME, buffer, capacity);
+void Dispatch(FmxExternCallRecord& record) {
+    switch (record.whichCall) {
+        case fmx::kMsgInit:
+            fmlib::HandleInit(record);
             break;
-        case fmx::kStrPreferences:
-            LoadStringW(instance, VF_STR_DESCRIPTION, buffer, capacity);
+        case fmx::kMsgShutdown:
+            fmlib::HandleShutdown();
             break;
-        case fmx::kStrOptions:
-            std::memcpy(buffer, kOptions, sizeof(kOptions));
+        case fmx::kMsgPreferences:
+            fmlib::HandlePreferences();
+            break;
+        case fmx::kMsgGetString:
+            fmlib::HandleGetString(record);
             break;
         default:
+            // Idle and everything else: nothing to do, and the result is not touched.
             break;
     }
 }
@@ -40,14 +36,21 @@ extern "C" __declspec(dllexport) void FMExternCallProc(FmxExternCallRecord* reco
     if (record == nullptr) {
         return;
     }
-    switch (record->whichCall) {
-        case fmx::kMsgInit:
-            record->result = static_cast<uint64_t>(fmx::kCurrentExtnVersion);
-            break;
-        case fmx::kMsgGetString:
-            AnswerGetString(*record);
-            break;
-        default:
-            break;
+    // Nothing may leave toward the host as an exception. A host failure during initialisation
+    // that got past the registration's own unwinding still refuses the load.
+    try {
+        fmlib::CallLock lock;
+        fmlib::CallProbe probe;
+        fmlib::gCallRecord = record;
+        try {
+            Dispatch(*record);
+        } catch (...) {
+            if (record->whichCall == fmx::kMsgInit) {
+                fmlib::StopRecheckTimer();
+                record->result = static_cast<uint64_t>(fmx::kDoNotEnable);
+            }
+        }
+    } catch (...) {
+        // The lock was refused (re-entry on the same thread): the message is dropped.
     }
 }

@@ -1,0 +1,16 @@
+// VFile_Compress( sourcePath ; targetPath ): packs a file or folder into a zip archive.
+// The operation has not landed in this build: after the argument checks it fails with -4.
+#include "functions/handlers.h"
+#include "functions/not_implemented.h"
+#include "shell/call_frame.h"
+
+FmxErrcode VFile_Compress(int16_t functionId, const FmxExprEnv& env, const FmxDataVect& args,
+                          FmxData& result) {
+    constexpr fmlib::FramePolicy kPolicy{2, fmlib::Licence::kChecked, fmlib::ZeroCode::kLeftAlone};
+    return fmlib::RunInCallFrame(kPolicy, {functionId, env, args, result},
+                                 [](const fmlib::FunctionCall& call) {
+                                     fmlib::RequireTextParameter(call.args, 0);
+                                     fmlib::RequireTextParameter(call.args, 1);
+                                     functions::ThrowNotImplemented();
+                                 });
+}

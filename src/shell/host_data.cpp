@@ -1,0 +1,58 @@
+#include "shell/host_data.h"
+
+#include "shell/borrowed.h"
+#include "shell/host_error.h"
+
+namespace fmlib {
+
+int32_t DataGetNativeType(const FmxData& data) {
+    return HostCall(FM_Data_GetNativeType, &data);
+}
+
+const FmxText& DataGetAsText(const FmxData& data) {
+    return Borrowed(HostCall(FM_Data_GetAsText, &data));
+}
+
+const FmxFixPt& DataGetAsNumber(const FmxData& data) {
+    return Borrowed(HostCall(FM_Data_GetAsNumber, &data));
+}
+
+const FmxDateTime& DataGetAsTimeStamp(const FmxData& data) {
+    return Borrowed(HostCall(FM_Data_GetAsTimeStamp, &data));
+}
+
+const FmxBinaryData& DataGetBinaryData(const FmxData& data) {
+    return Borrowed(HostCall(FM_Data_GetBinaryData, &data));
+}
+
+const FmxLocale& DataGetLocale(const FmxData& data) {
+    return Borrowed(HostCall(FM_Data_GetLocale, &data));
+}
+
+FmxErrcode DataSetAsText(FmxData& data, const FmxText& text, const FmxLocale& locale,
+                         int32_t nativeType) {
+    return HostCall(FM_Data_SetAsText, &data, text, locale, nativeType);
+}
+
+void DataSetAsNumber(FmxData& data, const FmxFixPt& number, int32_t nativeType) {
+    HostCall(FM_Data_SetAsNumber, &data, number, nativeType);
+}
+
+bool DataGetPostscriptFontInfo(const FmxData& data, uint16_t font, FmxText& name,
+                               const FmxExprEnv& env) {
+    return HostCall(FM_Data_GetPostscriptFontInfo, &data, font, name, env);
+}
+
+uint32_t DataVectSize(const FmxDataVect& values) {
+    return HostCall(FM_DataVect_Size, &values);
+}
+
+const FmxData& DataVectAt(const FmxDataVect& values, uint32_t position) {
+    return Borrowed(HostCall(FM_DataVect_At, &values, position));
+}
+
+const FmxText& DataVectAtAsText(const FmxDataVect& values, uint32_t position) {
+    return Borrowed(HostCall(FM_DataVect_AtAsText, &values, position));
+}
+
+}  // namespace fmlib

@@ -1,0 +1,104 @@
+#include "shell/host_values.h"
+
+#include "shell/borrowed.h"
+#include "shell/host_error.h"
+
+namespace fmlib {
+
+double FixPtAsFloat(const FmxFixPt& number) {
+    return HostCall(FM_FixPt_AsFloat, &number);
+}
+
+int16_t DateTimeGetYear(const FmxDateTime& value) {
+    return HostCall(FM_DateTime_GetYear, &value);
+}
+int16_t DateTimeGetMonth(const FmxDateTime& value) {
+    return HostCall(FM_DateTime_GetMonth, &value);
+}
+int16_t DateTimeGetDay(const FmxDateTime& value) {
+    return HostCall(FM_DateTime_GetDay, &value);
+}
+int32_t DateTimeGetHour(const FmxDateTime& value) {
+    return HostCall(FM_DateTime_GetHour, &value);
+}
+int16_t DateTimeGetMinute(const FmxDateTime& value) {
+    return HostCall(FM_DateTime_GetMinute, &value);
+}
+int16_t DateTimeGetSec(const FmxDateTime& value) {
+    return HostCall(FM_DateTime_GetSec, &value);
+}
+int32_t DateTimeGetUSec(const FmxDateTime& value) {
+    return HostCall(FM_DateTime_GetUSec, &value);
+}
+
+int32_t BinaryDataGetCount(const FmxBinaryData& data) {
+    return HostCall(FM_BinaryData_GetCount, &data);
+}
+
+void BinaryDataGetType(const FmxBinaryData& data, int32_t index, FmxQuadChar& type) {
+    HostCall(FM_BinaryData_GetType, &data, index, type);
+}
+
+uint32_t BinaryDataGetSize(const FmxBinaryData& data, int32_t index) {
+    return HostCall(FM_BinaryData_GetSize, &data, index);
+}
+
+FmxErrcode BinaryDataGetData(const FmxBinaryData& data, int32_t index, uint32_t offset,
+                             uint32_t amount, void* buffer) {
+    return HostCall(FM_BinaryData_GetData, &data, index, offset, amount, buffer);
+}
+
+FmxErrcode BinaryDataGetFNAMData(const FmxBinaryData& data, FmxText& fileName) {
+    return HostCall(FM_BinaryData_GetFNAMData, &data, fileName);
+}
+
+FmxErrcode BinaryDataGetSIZEData(const FmxBinaryData& data, int16_t& width, int16_t& height) {
+    return HostCall(FM_BinaryData_GetSIZEData, &data, width, height);
+}
+
+uint8_t QuadCharAt(const FmxQuadChar& code, int32_t index) {
+    return HostCall(FM_QuadChar_operatorCAR, &code, index);
+}
+
+bool CharacterStyleIsAllDisabled(const FmxCharacterStyle& style) {
+    return HostCall(FM_CharacterStyle_IsAllDisabled, &style);
+}
+bool CharacterStyleIsFontEnabled(const FmxCharacterStyle& style) {
+    return HostCall(FM_CharacterStyle_IsFontEnabled, &style);
+}
+bool CharacterStyleIsAnyFaceEnabled(const FmxCharacterStyle& style) {
+    return HostCall(FM_CharacterStyle_IsAnyFaceEnabled, &style);
+}
+bool CharacterStyleIsSizeEnabled(const FmxCharacterStyle& style) {
+    return HostCall(FM_CharacterStyle_IsSizeEnabled, &style);
+}
+bool CharacterStyleIsColorEnabled(const FmxCharacterStyle& style) {
+    return HostCall(FM_CharacterStyle_IsColorEnabled, &style);
+}
+uint16_t CharacterStyleGetFont(const FmxCharacterStyle& style) {
+    return HostCall(FM_CharacterStyle_GetFont, &style);
+}
+uint16_t CharacterStyleGetFace(const FmxCharacterStyle& style) {
+    return HostCall(FM_CharacterStyle_GetFace, &style);
+}
+uint16_t CharacterStyleGetSize(const FmxCharacterStyle& style) {
+    return HostCall(FM_CharacterStyle_GetSize, &style);
+}
+const FmxColor& CharacterStyleGetColor(const FmxCharacterStyle& style) {
+    return Borrowed(HostCall(FM_CharacterStyle_GetColor, &style));
+}
+
+uint8_t ColorGetRed(const FmxColor& color) {
+    return HostCall(FM_Color_GetRed, &color);
+}
+uint8_t ColorGetGreen(const FmxColor& color) {
+    return HostCall(FM_Color_GetGreen, &color);
+}
+uint8_t ColorGetBlue(const FmxColor& color) {
+    return HostCall(FM_Color_GetBlue, &color);
+}
+uint8_t ColorGetAlpha(const FmxColor& color) {
+    return HostCall(FM_Color_GetAlpha, &color);
+}
+
+}  // namespace fmlib

@@ -1,0 +1,46 @@
+// Wrappers of the host's number, date-time, container, four-character-code and character-style
+// calls (one per FM_* call used).
+#pragma once
+
+#include <cstdint>
+
+#include "fmx_functions.h"
+
+namespace fmlib {
+
+double FixPtAsFloat(const FmxFixPt& number);
+
+int16_t DateTimeGetYear(const FmxDateTime& value);
+int16_t DateTimeGetMonth(const FmxDateTime& value);
+int16_t DateTimeGetDay(const FmxDateTime& value);
+int32_t DateTimeGetHour(const FmxDateTime& value);
+int16_t DateTimeGetMinute(const FmxDateTime& value);
+int16_t DateTimeGetSec(const FmxDateTime& value);
+int32_t DateTimeGetUSec(const FmxDateTime& value);
+
+int32_t BinaryDataGetCount(const FmxBinaryData& data);
+void BinaryDataGetType(const FmxBinaryData& data, int32_t index, FmxQuadChar& type);
+uint32_t BinaryDataGetSize(const FmxBinaryData& data, int32_t index);
+FmxErrcode BinaryDataGetData(const FmxBinaryData& data, int32_t index, uint32_t offset,
+                             uint32_t amount, void* buffer);
+FmxErrcode BinaryDataGetFNAMData(const FmxBinaryData& data, FmxText& fileName);
+FmxErrcode BinaryDataGetSIZEData(const FmxBinaryData& data, int16_t& width, int16_t& height);
+
+uint8_t QuadCharAt(const FmxQuadChar& code, int32_t index);
+
+bool CharacterStyleIsAllDisabled(const FmxCharacterStyle& style);
+bool CharacterStyleIsFontEnabled(const FmxCharacterStyle& style);
+bool CharacterStyleIsAnyFaceEnabled(const FmxCharacterStyle& style);
+bool CharacterStyleIsSizeEnabled(const FmxCharacterStyle& style);
+bool CharacterStyleIsColorEnabled(const FmxCharacterStyle& style);
+uint16_t CharacterStyleGetFont(const FmxCharacterStyle& style);
+uint16_t CharacterStyleGetFace(const FmxCharacterStyle& style);
+uint16_t CharacterStyleGetSize(const FmxCharacterStyle& style);
+const FmxColor& CharacterStyleGetColor(const FmxCharacterStyle& style);
+
+uint8_t ColorGetRed(const FmxColor& color);
+uint8_t ColorGetGreen(const FmxColor& color);
+uint8_t ColorGetBlue(const FmxColor& color);
+uint8_t ColorGetAlpha(const FmxColor& color);
+
+}  // namespace fmlib

@@ -1,0 +1,90 @@
+#include "shell/lifecycle.h"
+
+#include <windows.h>
+
+#include <climits>
+#include <cstring>
+
+#include "fmx_constants.h"
+#include "resources/resource_ids.h"
+#include "shell/extension_version.h"
+#include "shell/licensing.h"
+#include "shell/recheck_timer.h"
+#include "shell/registration.h"
+#include "shell/shell_state.h"
+
+namespace fmlib {
+
+namespace {
+
+// Four-character id, "1", preferences offered, reserved, init/shutdown wanted, and no idle,
+// session or file messages.
+constexpr char16_t kOptions[] = u"QrvF1YnYnnn";
+
+void WriteResult(FmxExternCallRecord& record, int64_t value) {
+    record.result = static_cast<uint64_t>(value);
+}
+
+}  // namespace
+
+void HandleInit(FmxExternCallRecord& record) {
+    if (!IsSupportedExtensionVersion(record.extnVersion)) {
+        WriteResult(record, fmx::kBadExtnVersion);
+        return;
+    }
+    licensing::Initialize(record.parm1);
+    StartRecheckTimer();
+    if (!RegisterFunctions()) {
+        StopRecheckTimer();
+        WriteResult(record, fmx::kDoNotEnable);
+        return;
+    }
+    gEnabled = true;
+    WriteResult(record, kPluginExtensionVersion);
+}
+
+void HandleShutdown() {
+    gEnabled = false;
+    UnregisterFunctions();
+    StopRecheckTimer();
+}
+
+void HandlePreferences() {
+    if (gInPreferences) {
+        return;
+    }
+    gInPreferences = true;
+    struct Reset {
+        ~Reset() { gInPreferences = false; }
+    } reset;
+    licensing::OpenRegistrationWindow();
+}
+
+void HandleGetString(FmxExternCallRecord& record) {
+    auto* buffer = reinterpret_cast<wchar_t*>(record.result);
+    if (buffer == nullptr) {
+        return;
+    }
+    // A capacity of 0 would make the loader hand back a pointer instead of copying.
+    const int capacity = record.parm3 > INT_MAX ? INT_MAX : static_cast<int>(record.parm3);
+    const auto instance = reinterpret_cast<HINSTANCE>(record.instanceID);
+    switch (record.parm1) {
+        case fmx::kStrName:
+            if (capacity > 0) {
+                LoadStringW(instance, VF_STR_PLUGIN_NAME, buffer, capacity);
+            }
+            break;
+        case fmx::kStrPreferences:
+            if (capacity > 0) {
+                LoadStringW(instance, VF_STR_DESCRIPTION, buffer, capacity);
+            }
+            break;
+        case fmx::kStrOptions:
+            std::memcpy(buffer, kOptions, sizeof(kOptions));
+            break;
+        default:
+            break;
+    }
+}
+
+}  // namespace fmlib

@@ -1,0 +1,75 @@
+// The plug-in through fmhost.exe, the emulated host's command line, as a user would drive it.
+// (The same host in-process, with finer control, is exercised by plugin_e2e_tests.)
+#include <gtest/gtest.h>
+
+#include <sstream>
+#include <string>
+#include <vector>
+
+#include "support/fmhost_process.h"
+
+namespace {
+
+using vf::test::ProcessResult;
+using vf::test::RunFmhost;
+
+ProcessResult RunWithPlugin(std::vector<std::string> args) {
+    args.insert(args.begin(), {"--plugin", vf::test::BesideTest("Vantafile.fmx64")});
+    return RunFmhost(args);
+}
+
+// The verbose report's register and unregister lines, shortened to "+7" and "-6".
+std::vector<std::string> RegistrationCalls(const std::string& err) {
+    std::vector<std::string> calls;
+    std::istringstream lines(err);
+    for (std::string line; std::getline(lines, line);) {
+        for (const char* kind : {"  register QrvF ", "  unregister QrvF "}) {
+            const size_t at = line.find(kind);
+            if (at != std::string::npos) {
+                const std::string rest = line.substr(at + std::string(kind).size());
+                calls.push_back((kind[2] == 'r' ? "+" : "-") + rest.substr(0, rest.find(' ')));
+            }
+        }
+    }
+    return calls;
+}
+
+std::vector<std::string> Lines(const std::string& text) {
+    std::vector<std::string> lines;
+    std::istringstream in(text);
+    for (std::string line; std::getline(in, line);)
+        lines.push_back(line);
+    return lines;
+}
+
+TEST(FmhostCli, FailedRegistrationIsUnwoundAndShutdownWithdrawsAll) {
+    ProcessResult run = RunWithPlugin({"--verbose", "--fail-register", "7:1", "-e", "1"});
+    EXPECT_NE(run.err.find("answered -2"), std::string::npos) << run.err;
+    EXPECT_EQ(RegistrationCalls(run.err),
+              (std::vector<std::string>{"+1", "+2", "+3", "+4", "+5", "+6", "+7", "-6", "-5", "-4",
+                                        "-3", "-2", "-1"}));
+
+    run = RunWithPlugin({"--verbose", "-e", "VFile_Version()"});
+    std::vector<std::string> expected;
+    for (int id = 1; id <= 19; ++id)
+        expected.push_back("+" + std::to_string(id));
+    for (int id = 19; id >= 1; --id)
+        expected.push_back("-" + std::to_string(id));
+    EXPECT_EQ(RegistrationCalls(run.err), expected);
+    EXPECT_EQ(run.out, "3.0\n");
+}
+
+TEST(FmhostCli, EveryThreadSeesTheSameOutcomes) {
+    const ProcessResult run =
+        RunWithPlugin({"--threads", "8", "-e", "VFile_Version( \"long\" )", "-e",
+                       "VFile_Delete( 12 )", "-e", "VFile_Get( \"lastErrorMessage\" )"});
+    EXPECT_EQ(run.exitCode, 0) << run.err;
+    std::vector<std::string> expected;
+    for (const char* line :
+         {"Quorvel Vantafile Plug-In 3.0", "-50", "Path parameter must be text"}) {
+        expected.insert(expected.end(), 8, line);
+    }
+    EXPECT_EQ(Lines(run.out), expected);
+}
+
+}  // namespace

@@ -1,0 +1,177 @@
+// Loading, initialising and unloading the shipped plug-in through the emulated host.
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+#include "plugin_harness.h"
+
+namespace {
+
+using fmhost::driver::Host;
+using fmhost::driver::Registration;
+
+const char16_t* const kPrototypes[] = {
+    u"VFile_Version( { versionFormat } )",
+    u"VFile_Register( registrationCode )",
+    u"VFile_New( path { ; itemKind } )",
+    u"VFile_Delete( path )",
+    u"VFile_Copy( sourcePath ; targetPath )",
+    u"VFile_Move( sourcePath ; targetPath )",
+    u"VFile_Choose( itemKind { ; name ; value } { ; name ; value } ... )",
+    u"VFile_Read( path { ; startIndex { ; maxLength } } { ; encoding } )",
+    u"VFile_Write( path ; data { ; startIndex } { ; encoding } )",
+    u"VFile_Get( selector { ; path } { ; parameter } )",
+    u"VFile_Set( selector ; path ; newValue )",
+    u"VFile_Mount( URL { ; mountPath } { ; username ; password } )",
+    u"VFile_Unmount( mountPath )",
+    u"VFile_Open( path )",
+    u"VFile_Convert( sourcePath ; targetPath { ; name ; value } { ; name ; value } ... )",
+    u"VFile_Reveal( path )",
+    u"VFile_Compress( sourcePath ; targetPath )",
+    u"VFile_DeCompress( sourcePath ; targetPath )",
+    u"VFile_Run( path { ; arguments } )",
+};
+
+// (kind, id) pairs of the registration log, for order checks.
+std::vector<std::pair<int32_t, int16_t>> Calls(const std::vector<Registration>& log) {
+    std::vector<std::pair<int32_t, int16_t>> calls;
+    for (const Registration& entry : log) {
+        calls.emplace_back(entry.kind, entry.functionId);
+    }
+    return calls;
+}
+
+std::vector<std::pair<int32_t, int16_t>> Sequence(int32_t kind, int16_t from, int16_t to) {
+    std::vector<std::pair<int32_t, int16_t>> calls;
+    const int16_t step = from <= to ? 1 : -1;
+    for (int16_t id = from;; id = static_cast<int16_t>(id + step)) {
+        calls.emplace_back(kind, id);
+        if (id == to)
+            break;
+    }
+    return calls;
+}
+
+std::vector<std::pair<int32_t, int16_t>> Concat(std::vector<std::pair<int32_t, int16_t>> a,
+                                                const std::vector<std::pair<int32_t, int16_t>>& b) {
+    a.insert(a.end(), b.begin(), b.end());
+    return a;
+}
+
+TEST(Lifecycle, InitAcceptsExtensionVersionsFiftyToTwoHundredFiftyFive) {
+    const struct {
+        int16_t version;
+        int64_t answer;
+    } cases[] = {{49, -1}, {50, 55}, {77, 55}, {255, 55}, {256, -1}, {-1, -1}};
+    for (const auto& c : cases) {
+        Host host;
+        auto& plugin = host.LoadPlugin(vftest::ShippedPlugin(), c.version);
+        ASSERT_TRUE(plugin.InitSent()) << "load failed, system error " << plugin.SystemError();
+        EXPECT_EQ(plugin.InitResult(), c.answer) << "extension version " << c.version;
+        // A refused version registers nothing at all.
+        if (c.answer < 0) {
+            EXPECT_TRUE(host.RegistrationLog().empty()) << c.version;
+            EXPECT_EQ(plugin.Purged(), 0u) << c.version;
+        }
+    }
+}
+
+TEST(Lifecycle, RegistersNineteenFunctionsFromTheStringTable) {
+    Host host;
+    auto& plugin = host.LoadPlugin(vftest::ShippedPlugin());
+    ASSERT_TRUE(plugin.Enabled());
+    EXPECT_EQ(Calls(host.RegistrationLog()), Sequence(kFmhostRegisterFunction, 1, 19));
+
+    const std::vector<Registration> functions = host.Functions();
+    ASSERT_EQ(functions.size(), 19u);
+    for (const Registration& f : functions) {
+        ASSERT_GE(f.functionId, 1);
+        ASSERT_LE(f.functionId, 19);
+        const std::u16string prototype = kPrototypes[f.functionId - 1];
+        SCOPED_TRACE(vftest::Utf8(prototype));
+        EXPECT_EQ(f.pluginId, "QrvF");
+        EXPECT_EQ(f.prototype, prototype);
+        EXPECT_EQ(f.name, prototype.substr(0, prototype.find(u'(')));
+        EXPECT_EQ(f.flags, 0xFF01u);
+        // Only Reveal (16) and Run (19) are bounded by the host.
+        const int16_t min = f.functionId == 16 || f.functionId == 19 ? 1 : 0;
+        const int16_t max = f.functionId == 16 ? 1 : f.functionId == 19 ? 2 : -1;
+        EXPECT_EQ(f.minArgs, min);
+        EXPECT_EQ(f.maxArgs, max);
+    }
+}
+
+TEST(Lifecycle, ShutdownUnregistersNineteenDownToOne) {
+    Host host;
+    auto& plugin = host.LoadPlugin(vftest::ShippedPlugin());
+    ASSERT_TRUE(plugin.Enabled());
+    host.ClearRegistrationLog();
+    plugin.Unload();
+    EXPECT_EQ(Calls(host.RegistrationLog()), Sequence(kFmhostUnregisterFunction, 19, 1));
+    EXPECT_EQ(plugin.Purged(), 0u) << "the plug-in withdrew everything itself";
+    EXPECT_EQ(host.Functions().size(), 0u);
+}
+
+TEST(Lifecycle, RegistrationFailureUnwindsWhatWasRegisteredInReverse) {
+    for (int16_t failing : {7, 1, 19}) {
+        Host host;
+        host.FailRegistration(failing, 1);
+        auto& plugin = host.LoadPlugin(vftest::ShippedPlugin());
+        EXPECT_EQ(plugin.InitResult(), -2) << "failing id " << failing;
+        auto expected = Sequence(kFmhostRegisterFunction, 1, failing);
+        if (failing > 1) {
+            expected = Concat(expected, Sequence(kFmhostUnregisterFunction,
+                                                 static_cast<int16_t>(failing - 1), 1));
+        }
+        EXPECT_EQ(Calls(host.RegistrationLog()), expected) << "failing id " << failing;
+        EXPECT_EQ(plugin.Purged(), 0u) << "nothing left for the host to clean up";
+    }
+}
+
+TEST(Lifecycle, HostFailureDuringInitNeverEscapesAndLeavesNothingBehind) {
+    // One failing host call at every position of the first registrations. Failures the plug-in
+    // cannot report (in a release of a host object) let the load succeed; all others must
+    // refuse it after withdrawing, in reverse order, whatever was registered.
+    int refusals = 0;
+    for (uint32_t n = 1; n <= 32; ++n) {
+        for (int32_t code : {1, 2}) {
+            SCOPED_TRACE("call " + std::to_string(n) + ", slot code " + std::to_string(code));
+            Host host;
+            host.FailCall(n, code, kFmhostFaultFromNow);
+            auto& plugin = host.LoadPlugin(vftest::ShippedPlugin());
+            if (plugin.InitResult() == 55) {
+                EXPECT_EQ(host.Functions().size(), 19u);
+                continue;
+            }
+            ++refusals;
+            EXPECT_EQ(plugin.InitResult(), -2);
+            EXPECT_EQ(plugin.Purged(), 0u);
+            std::vector<int16_t> registered;
+            std::vector<int16_t> unregistered;
+            for (const Registration& entry : host.RegistrationLog()) {
+                if (entry.kind == kFmhostRegisterFunction && entry.result == 0 && !entry.injected) {
+                    registered.push_back(entry.functionId);
+                } else if (entry.kind == kFmhostUnregisterFunction) {
+                    unregistered.push_back(entry.functionId);
+                }
+            }
+            EXPECT_EQ(unregistered, std::vector<int16_t>(registered.rbegin(), registered.rend()));
+        }
+    }
+    EXPECT_GT(refusals, 32) << "most positions are not releases and must refuse the load";
+}
+
+TEST(Lifecycle, AnswersTheStringQueries) {
+    Host host;
+    auto& plugin = host.LoadPlugin(vftest::ShippedPlugin());
+    EXPECT_EQ(plugin.Options(), u"QrvF1YnYnnn");
+    EXPECT_EQ(plugin.Name(), u"Quorvel Vantafile Plug-In");
+    const std::u16string description = plugin.Description();
+    EXPECT_EQ(description.rfind(u"This plug-in adds file management abilities.\n", 0), 0u);
+    EXPECT_NE(description.find(u"\nVersion 3.0"), std::u16string::npos);
+    // The options decline idle messages: the host does not send them.
+    EXPECT_FALSE(plugin.SendIdle(0));
+}
+
+}  // namespace
