@@ -121,6 +121,24 @@ TEST(CalcVariablesTest, PluginFunctionsGetEvaluatedArgumentsAndCounts) {
     EXPECT_EQ(EvalError(context, u"VFile_Echo ( 1 )"), kErrFunctionNotFound);
 }
 
+TEST(CalcVariablesTest, APluginFunctionWithoutParenthesesIsACallWithNoArguments) {
+    TestContext context;
+    size_t calls = 0;
+    auto count = [&](EvalContext&, const std::vector<Value>& args, Value& result) {
+        ++calls;
+        result = Value(Decimal(static_cast<int64_t>(args.size())));
+        return kNoError;
+    };
+    ASSERT_EQ(context.registry.Register(Function(u"VFile_Version", 0, -1, count, 1)), kNoError);
+    ASSERT_EQ(context.registry.Register(Function(u"VFile_Run", 1, 2, count, 19)), kNoError);
+    EXPECT_EQ(EvalToText(context, u"vfile_version & \"/\" & VFile_Version ( )"), "0/0");
+    EXPECT_EQ(calls, 2u);
+    EXPECT_EQ(EvalError(context, u"VFile_Run"), kErrTooFewParameters);
+    EXPECT_EQ(calls, 2u);
+    // A Let name of the same spelling still wins.
+    EXPECT_EQ(EvalToText(context, u"Let ( vfile_version = 7 ; vfile_version )"), "7");
+}
+
 TEST(CalcVariablesTest, PluginErrorsAndExceptionsFailTheCalculation) {
     TestContext context;
     context.registry.Register(Function(

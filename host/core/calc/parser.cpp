@@ -251,6 +251,16 @@ ErrorCode Parser::ParseName(const std::u16string& name, NodePtr& out) {
         out->literal = Value(Decimal(*faces));
         return kNoError;
     }
+    // A plug-in function may be written without parentheses, as a call with no arguments.
+    if (registry_) {
+        if (std::optional<ExternalFunction> plugin = registry_->Find(name)) {
+            if (plugin->minArgs > 0)
+                return kErrTooFewParameters;
+            out = MakeNode(NodeKind::kPlugin);
+            out->plugin = std::make_shared<const ExternalFunction>(std::move(*plugin));
+            return kNoError;
+        }
+    }
     return kErrFieldMissing;
 }
 

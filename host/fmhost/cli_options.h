@@ -1,0 +1,53 @@
+// fmhost's command line.
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace fmhost::cli {
+
+enum class FileChoice { kDefault, kLocal, kNone, kNetwork };
+
+// A calculation given with -e, or a script file given with --script, in command-line order.
+struct Input {
+    bool isScript = false;
+    std::u16string value;
+};
+
+struct CallFault {
+    uint32_t n = 0;  // 0: none
+    int32_t code = 2;
+    bool fromLoad = false;  // counted once from before the plug-ins load, else in every call
+};
+
+struct Options {
+    std::vector<std::wstring> plugins;
+    bool noPlugin = false;
+    FileChoice file = FileChoice::kDefault;
+    std::wstring fileLocation;
+    int16_t extensionVersion = 77;
+    uint8_t applicationKind = 1;
+    std::u16string applicationVersion = u"Pro 22.0v1";
+    std::vector<Input> inputs;
+    bool prompt = false;
+    int threads = 1;
+    bool preferences = false;
+    bool echo = false;
+    bool verbose = false;
+    bool help = false;
+    CallFault callFault;
+    std::vector<std::pair<int16_t, int16_t>> registrationFaults;  // function id, host error
+    int16_t filePathFault = 0;
+};
+
+struct ParsedOptions {
+    Options options;
+    std::string error;  // empty when the command line is valid
+};
+
+ParsedOptions ParseOptions(const std::vector<std::u16string>& args);
+const char* UsageText();
+
+}  // namespace fmhost::cli

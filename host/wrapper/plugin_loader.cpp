@@ -1,0 +1,138 @@
+#include "plugin_loader.h"
+
+#include <vector>
+
+#include "fault_injection.h"
+#include "fmx_constants.h"
+#include "host_runtime.h"
+#include "record_callbacks.h"
+
+namespace fmwrapper {
+namespace {
+
+constexpr uint32_t kNameCapacity = 256;
+constexpr uint32_t kDescriptionCapacity = 1024;
+constexpr uint32_t kOptionsCapacity = 256;
+
+uint64_t SessionId() {
+    return HostRuntime::Instance().CurrentSession().Id();
+}
+
+}  // namespace
+
+std::unique_ptr<LoadedPlugin> LoadedPlugin::Load(const std::wstring& path,
+                                                 const LoadOptions& options) {
+    std::unique_ptr<LoadedPlugin> plugin(new LoadedPlugin());
+    plugin->Start(path, options);
+    return plugin;
+}
+
+LoadedPlugin::~LoadedPlugin() {
+    Unload();
+}
+
+void LoadedPlugin::Start(const std::wstring& path, const LoadOptions& options) {
+    module_ = LoadLibraryExW(path.c_str(), nullptr, LOAD_WITH_ALTERED_SEARCH_PATH);
+    if (module_ == nullptr) {
+        systemError_ = GetLastError();
+        state_ = PluginState::kNotLoaded;
+        return;
+    }
+    proc_ = reinterpret_cast<FmxExternCallProcFn>(
+        reinterpret_cast<void*>(GetProcAddress(module_, "FMExternCallProc")));
+    if (proc_ == nullptr) {
+        systemError_ = GetLastError();
+        Release();
+        state_ = PluginState::kNoEntryPoint;
+        return;
+    }
+
+    hostVersion_ = options.applicationVersion;
+    record_.extnVersion = options.extnVersion;
+    record_.unusedID = -1;
+    record_.entryPoint = proc_;
+    record_.instanceID = reinterpret_cast<uint64_t>(module_);
+    record_.cStartScript = &StartScriptCallback;
+    record_.cCurrentEnv = &CurrentEnvCallback;
+
+    // The options decide which messages follow, so they come first.
+    options_ = QueryString(fmx::kStrOptions, kOptionsCapacity);
+    name_ = QueryString(fmx::kStrName, kNameCapacity);
+    description_ = QueryString(fmx::kStrPreferences, kDescriptionCapacity);
+    state_ = PluginState::kEnabled;
+    if (!Wants(8))
+        return;
+
+    initSent_ = true;
+    initResult_ = Send(fmx::kMsgInit, options.applicationKind,
+                       reinterpret_cast<uint64_t>(hostVersion_.c_str()), 0);
+    if (initResult_ < kMinAcceptedExtnVersion) {
+        purged_ += HostRuntime::Instance().Functions().PurgeModule(module_);
+        Release();
+        state_ = PluginState::kRefused;
+    }
+}
+
+bool LoadedPlugin::Wants(size_t position) const {
+    return options_.size() >= position && options_[position - 1] == u'Y';
+}
+
+int64_t LoadedPlugin::Send(uint8_t whichCall, uint8_t parm1, uint64_t parm2, uint64_t parm3,
+                           uint64_t result) {
+    std::lock_guard<std::mutex> lock(messageMutex_);
+    record_.whichCall = whichCall;
+    record_.unsafeCalls = 0;
+    record_.parm1 = parm1;
+    record_.parm2 = parm2;
+    record_.parm3 = parm3;
+    record_.result = result;
+    faults::PluginCodeScope pluginCode;
+    proc_(&record_);
+    return static_cast<int64_t>(record_.result);
+}
+
+// The plug-in writes UTF-16 into the host's buffer; capacity in units, the last one kept zero.
+std::u16string LoadedPlugin::QueryString(uint8_t id, uint32_t capacity) {
+    std::vector<char16_t> buffer(capacity + 1, u'\0');
+    Send(fmx::kMsgGetString, id, MAKELANGID(LANG_ENGLISH, SUBLANG_ENGLISH_US), capacity,
+         reinterpret_cast<uint64_t>(buffer.data()));
+    buffer[capacity] = u'\0';
+    return std::u16string(buffer.data());
+}
+
+bool LoadedPlugin::SendIdle(uint8_t level) {
+    if (state_ != PluginState::kEnabled || !Wants(9))
+        return false;
+    Send(fmx::kMsgIdle, level, SessionId(), 0);
+    return true;
+}
+
+bool LoadedPlugin::SendPreferences() {
+    if (state_ != PluginState::kEnabled || !Wants(6))
+        return false;
+    Send(fmx::kMsgPreferences, 0, 0, 0);
+    return true;
+}
+
+void LoadedPlugin::Unload() {
+    if (state_ != PluginState::kEnabled)
+        return;
+    if (Wants(10)) {
+        Send(fmx::kMsgFileShutdown, 0, SessionId(), HostRuntime::Instance().FileId());
+        Send(fmx::kMsgSessionShutdown, 0, SessionId(), 0);
+    }
+    if (initSent_)
+        Send(fmx::kMsgShutdown, 0, 0, 0);
+    purged_ += HostRuntime::Instance().Functions().PurgeModule(module_);
+    Release();
+    state_ = PluginState::kUnloaded;
+}
+
+void LoadedPlugin::Release() {
+    if (module_ != nullptr)
+        FreeLibrary(module_);
+    module_ = nullptr;
+    proc_ = nullptr;
+}
+
+}  // namespace fmwrapper

@@ -1,0 +1,42 @@
+#!/bin/sh
+# Our FMWrapper.dll must export every name of the interface definition file, and every function
+# a plug-in imports from FMWrapper.dll (the loader resolves imports by name: one missing name
+# and the plug-in does not load).
+# usage: check_exports_cover_imports.sh OBJDUMP FMWRAPPER_DLL DEF_FILE PLUGIN...
+set -eu
+objdump="$1"
+wrapper="$2"
+def="$3"
+shift 3
+
+exports=$("$objdump" -p "$wrapper" | sed -n '/\[Ordinal\/Name Pointer\] Table/,/^$/p' |
+          sed -n 's/^[[:space:]]*\[ *[0-9]*\] //p' | sort -u)
+[ -n "$exports" ] || { echo "no export table in $wrapper"; exit 1; }
+
+# Runs at the end of a pipeline (a subshell): it reports through its exit status.
+check() {  # $1: where the names come from, stdin: names
+    count=0
+    missing=0
+    while read -r name; do
+        [ -n "$name" ] || continue
+        count=$((count + 1))
+        if ! printf '%s\n' "$exports" | grep -qx "$name"; then
+            echo "MISSING export: $name (needed by $1)"
+            missing=1
+        fi
+    done
+    echo "$1: $count names checked"
+    return $missing
+}
+
+status=0
+sed -n '/^EXPORTS/,$p' "$def" | sed '1d; s/[[:space:]]//g' | check "$(basename "$def")" || status=1
+
+for plugin in "$@"; do
+    # The import table lists each DLL, then its functions as "hint name" lines.
+    "$objdump" -p "$plugin" | awk '
+        /DLL Name:/ { in_fm = (tolower($3) == "fmwrapper.dll"); next }
+        in_fm && /^[[:space:]]+[0-9a-f]+[[:space:]]+[0-9]+[[:space:]]+[A-Za-z_]/ { print $3 }
+        in_fm && /^$/ { in_fm = 0 }' | check "$(basename "$plugin")" || status=1
+done
+exit $status
