@@ -1,17 +1,31 @@
-// VFile_Copy( sourcePath ; targetPath ): copies an item, or converts a picture when
-// picture options are staged.
-// The operation has not landed in this build: after the argument checks it fails with -4.
+// VFile_Copy( sourcePath ; targetPath ): copies a file or a whole folder. With picture options
+// staged by VFile_Set it converts the picture instead.
+#include "bridge/path_context.h"
+#include "bridge/staged_picture_options.h"
+#include "foundation/windows/file_manager.h"
 #include "functions/handlers.h"
 #include "functions/not_implemented.h"
 #include "shell/call_frame.h"
+#include "shell/result.h"
+
+namespace {
+
+void Copy(const fmlib::FunctionCall& call) {
+    if (!bridge::StagedPictureOptions::IsEmpty()) {
+        // The staged picture copy takes the whole call here; it lands with picture conversion.
+        functions::ThrowNotImplemented();
+    }
+    bridge::PathContext paths(call.env);
+    const slib::String source = paths.pathArgument(call.args, 0);
+    const slib::String target = paths.pathArgument(call.args, 1);
+    slib::FileManager().copyItem(source, target);
+    fmlib::SetResultCode(call.result, 0);
+}
+
+}  // namespace
 
 FmxErrcode VFile_Copy(int16_t functionId, const FmxExprEnv& env, const FmxDataVect& args,
                       FmxData& result) {
     constexpr fmlib::FramePolicy kPolicy{2, fmlib::Licence::kChecked, fmlib::ZeroCode::kStored};
-    return fmlib::RunInCallFrame(kPolicy, {functionId, env, args, result},
-                                 [](const fmlib::FunctionCall& call) {
-                                     fmlib::RequireTextParameter(call.args, 0);
-                                     fmlib::RequireTextParameter(call.args, 1);
-                                     functions::ThrowNotImplemented();
-                                 });
+    return fmlib::RunInCallFrame(kPolicy, {functionId, env, args, result}, Copy);
 }

@@ -1,15 +1,22 @@
-// VFile_Delete( path ): deletes a file or a folder with its contents.
-// The operation has not landed in this build: after the argument checks it fails with -4.
+// VFile_Delete( path ): deletes a file, or a folder with everything in it, permanently.
+#include "bridge/path_context.h"
+#include "foundation/windows/file_manager.h"
 #include "functions/handlers.h"
-#include "functions/not_implemented.h"
 #include "shell/call_frame.h"
+#include "shell/result.h"
+
+namespace {
+
+void Delete(const fmlib::FunctionCall& call) {
+    bridge::PathContext paths(call.env);
+    slib::FileManager().deleteItem(paths.pathArgument(call.args, 0));
+    fmlib::SetResultCode(call.result, 0);
+}
+
+}  // namespace
 
 FmxErrcode VFile_Delete(int16_t functionId, const FmxExprEnv& env, const FmxDataVect& args,
                         FmxData& result) {
     constexpr fmlib::FramePolicy kPolicy{1, fmlib::Licence::kChecked, fmlib::ZeroCode::kStored};
-    return fmlib::RunInCallFrame(kPolicy, {functionId, env, args, result},
-                                 [](const fmlib::FunctionCall& call) {
-                                     fmlib::RequireTextParameter(call.args, 0);
-                                     functions::ThrowNotImplemented();
-                                 });
+    return fmlib::RunInCallFrame(kPolicy, {functionId, env, args, result}, Delete);
 }

@@ -1,16 +1,24 @@
-// VFile_Move( sourcePath ; targetPath ): moves or renames an item.
-// The operation has not landed in this build: after the argument checks it fails with -4.
+// VFile_Move( sourcePath ; targetPath ): renames an item, or moves it into an existing folder.
+#include "bridge/path_context.h"
+#include "foundation/windows/file_manager.h"
 #include "functions/handlers.h"
-#include "functions/not_implemented.h"
 #include "shell/call_frame.h"
+#include "shell/result.h"
+
+namespace {
+
+void Move(const fmlib::FunctionCall& call) {
+    bridge::PathContext paths(call.env);
+    const slib::String source = paths.pathArgument(call.args, 0);
+    const slib::String target = paths.pathArgument(call.args, 1);
+    slib::FileManager().moveItem(source, target);
+    fmlib::SetResultCode(call.result, 0);
+}
+
+}  // namespace
 
 FmxErrcode VFile_Move(int16_t functionId, const FmxExprEnv& env, const FmxDataVect& args,
                       FmxData& result) {
     constexpr fmlib::FramePolicy kPolicy{2, fmlib::Licence::kChecked, fmlib::ZeroCode::kStored};
-    return fmlib::RunInCallFrame(kPolicy, {functionId, env, args, result},
-                                 [](const fmlib::FunctionCall& call) {
-                                     fmlib::RequireTextParameter(call.args, 0);
-                                     fmlib::RequireTextParameter(call.args, 1);
-                                     functions::ThrowNotImplemented();
-                                 });
+    return fmlib::RunInCallFrame(kPolicy, {functionId, env, args, result}, Move);
 }

@@ -1,0 +1,30 @@
+// What a function handler uses to turn its path arguments into native paths. One context per
+// call: the anchor is asked of the host once, when the first path needs it, and never kept.
+#pragma once
+
+#include <cstdint>
+#include <optional>
+
+#include "fmx_functions.h"
+#include "foundation/path.h"
+#include "foundation/utf16_string.h"
+
+namespace bridge {
+
+class PathContext {
+  public:
+    explicit PathContext(const FmxExprEnv& env) : env_(env) {}
+
+    // The anchor of this call (ResolveAnchor), computed on first use.
+    const slib::Path& anchor();
+
+    // Argument `index` checked to be text (-50 "Path parameter must be text"), then resolved
+    // against the anchor: the check comes before the host is asked for the anchor.
+    slib::String pathArgument(const FmxDataVect& args, uint32_t index);
+
+  private:
+    const FmxExprEnv& env_;
+    std::optional<slib::Path> anchor_;
+};
+
+}  // namespace bridge

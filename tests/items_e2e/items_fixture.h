@@ -1,0 +1,38 @@
+// Item functions driven through the emulated host in-process: every test gets a scratch folder
+// that holds the calculating database (so relative paths land in it) and a freshly loaded plug-in.
+#pragma once
+
+#include <string>
+
+#include "file_manager/scratch_folder.h"
+#include "fmhost/host_driver.h"
+
+namespace items_test {
+
+using slib::test::Narrow;
+using slib::test::Wide;
+
+// A text constant of the calculation language holding `text` exactly.
+std::u16string Quoted(const std::u16string& text);
+
+// What a call leaves behind, as "result | lastError | lastErrorMessage".
+std::string Succeeded();  // "0 | No Error Message | No Error Message"
+std::string Failed(int code, const std::string& message);
+
+class ItemsTest : public slib::test::ScratchTest {
+  protected:
+    void SetUp() override;
+
+    // Runs a calculation with both last-error globals cleared first, then reads them back with
+    // VFile_Get( "lastError" ) and VFile_Get( "lastErrorMessage" ).
+    std::string call(const std::u16string& calculation);
+    // The printed value of a calculation, or "host error N".
+    std::string evaluate(const std::u16string& calculation);
+
+    fmhost::driver::Host host_;
+};
+
+// The Windows path of a file built beside the test program.
+std::u16string BesideTest(const std::u16string& name);
+
+}  // namespace items_test
