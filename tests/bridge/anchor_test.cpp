@@ -11,7 +11,7 @@ namespace {
 std::u16string CurrentDirectory() {
     wchar_t buffer[MAX_PATH];
     const DWORD length = GetCurrentDirectoryW(MAX_PATH, buffer);
-    return FromWide(std::wstring(buffer, length));
+    return FromWide(buffer).substr(0, length);
 }
 
 TEST_F(BridgeTest, LocalDatabaseAnchorsAtItsFolderAsItIsNow) {
@@ -25,10 +25,7 @@ TEST_F(BridgeTest, LocalDatabaseAnchorsAtItsFolderAsItIsNow) {
 TEST_F(BridgeTest, NetworkDatabaseAnchorsAtTheApplicationFolder) {
     ASSERT_TRUE(host_.SetFile(kFmhostFileNetwork, L"fmnet:/server/Solution.fmp12"));
     // The emulated host's Get(FileMakerPath) is the folder of its program: this test program.
-    wchar_t self[MAX_PATH];
-    const std::u16string program =
-        FromWide(std::wstring(self, GetModuleFileNameW(nullptr, self, MAX_PATH)));
-    const std::u16string folder = program.substr(0, program.rfind(u'\\') + 1);
+    const std::u16string folder = slib::test::BesideProgram(u"");
     EXPECT_EQ(Narrow(Anchor().text()), Narrow(folder));
     EXPECT_EQ(Narrow(resolve(u"sub/a.txt")), Narrow(folder + u"sub\\a.txt"));
 }
@@ -42,7 +39,7 @@ TEST_F(BridgeTest, NoDatabaseAnchorsAtTheCurrentDirectory) {
     const std::u16string current = CurrentDirectory();
     const slib::Path found = Anchor();
     const std::u16string resolved = resolve(u"a.txt");
-    SetCurrentDirectoryW(reinterpret_cast<const wchar_t*>(before.c_str()));
+    SetCurrentDirectoryW(Wide(before));
 
     ASSERT_NE(Narrow(current), Narrow(before)) << "the test needs a directory change to show";
     EXPECT_EQ(Narrow(found.text()), Narrow(current));

@@ -4,21 +4,20 @@
 
 #include <gtest/gtest.h>
 
-#include <functional>
 #include <string>
 
+#include "file_manager/scratch_folder.h"
 #include "fmhost/host_driver.h"
 #include "foundation/path.h"
 
 namespace bridge_test {
 
+using slib::test::FailureOf;
+using slib::test::FromWide;
+using slib::test::Narrow;
+using slib::test::Wide;
+
 constexpr const wchar_t* kDatabase = L"C:\\Data\\Solution.fmp12";
-
-std::string Narrow(const std::u16string& text);
-std::u16string FromWide(const std::wstring& text);
-
-// "" when `action` returns normally, else "<code> <message>" of the slib::Exception it raised.
-std::string FailureOf(const std::function<void()>& action);
 
 // ResolveAnchor in a fresh calculation environment of the host.
 slib::Path Anchor();
@@ -31,9 +30,8 @@ class BridgeTest : public ::testing::Test {
     void SetUp() override { ASSERT_TRUE(host_.SetFile(kFmhostFileLocal, kDatabase)); }
 
     // Against the anchor of the moment.
-    std::u16string resolve(const std::u16string& hostPath,
-                           int style = slib::PathStyle::kNative) const {
-        return Resolve(Anchor(), hostPath, style);
+    std::u16string resolve(const std::u16string& hostPath) const {
+        return Resolve(Anchor(), hostPath);
     }
 
     fmhost::driver::Host host_;

@@ -44,7 +44,7 @@ std::string Read(const std::vector<std::u16string>& texts) {
 
 class MountArguments : public BridgeTest {};
 
-TEST_F(MountArguments, AreReadByTheirCount) {
+TEST_F(MountArguments, AreReadByTheirCountAndNeedAUrl) {
     EXPECT_EQ(Read({u"smb://s/x"}), "\"smb://s/x\" null null null");
     EXPECT_EQ(Read({u"smb://s/x", u"Q:"}), "\"smb://s/x\" \"Q:\" null null");
     EXPECT_EQ(Read({u"smb://s/x", u"me", u"secret"}), "\"smb://s/x\" null \"me\" \"secret\"");
@@ -54,9 +54,6 @@ TEST_F(MountArguments, AreReadByTheirCount) {
               "\"smb://s/x\" \"Q:\" \"me\" \"secret\"");
     // An empty text is a value, not an absent one.
     EXPECT_EQ(Read({u"smb://s/x", u""}), "\"smb://s/x\" \"\" null null");
-}
-
-TEST_F(MountArguments, NeedAUrl) {
     EXPECT_EQ(FailureOf([] { Read({}); }), "-50 No URL to mount");
 }
 

@@ -32,8 +32,8 @@ TEST_F(CoreTest, ItemKindRefusesWhatTheSystemCannotAnswer) {
     if (error == ERROR_FILE_NOT_FOUND || error == ERROR_PATH_NOT_FOUND) {
         GTEST_SKIP() << "this system reports a wildcard name as missing (" << error << ")";
     }
-    EXPECT_TRUE(FailsWith([&] { manager_.getItemKind(String(bad)); }, kPermissionDenied,
-                          "Insufficent file permissions"));
+    EXPECT_EQ(FailureOf([&] { manager_.getItemKind(String(bad)); }),
+              Failure(kPermissionDenied, "Insufficent file permissions"));
 }
 
 TEST_F(CoreTest, CreateDirectoryMakesOnlyTheLastComponent) {
@@ -52,10 +52,10 @@ TEST_F(CoreTest, CreateDirectoryMakesOnlyTheLastComponent) {
 
     // An existing folder or file of that name is a failure, and stays as it was.
     writeFile(u"taken", "keep");
-    EXPECT_TRUE(FailsWith([&] { manager_.createDirectory(at(u"new")); }, kItemExists,
-                          "Cannot create directory"));
-    EXPECT_TRUE(FailsWith([&] { manager_.createDirectory(at(u"taken")); }, kItemExists,
-                          "Cannot create directory"));
+    for (const std::u16string name : {u"new", u"taken"}) {
+        EXPECT_EQ(FailureOf([&] { manager_.createDirectory(at(name)); }),
+                  Failure(kItemExists, "Cannot create directory"));
+    }
     EXPECT_EQ(readFile(u"taken"), "keep");
 }
 
@@ -64,8 +64,8 @@ TEST_F(CoreTest, CreateFileHonoursTheOverwriteFlag) {
     EXPECT_EQ(readFile(u"f.txt"), "");
 
     writeFile(u"f.txt", "content");
-    EXPECT_TRUE(FailsWith([&] { manager_.createFile(at(u"f.txt"), false); }, kItemExists,
-                          "Cannot create file"));
+    EXPECT_EQ(FailureOf([&] { manager_.createFile(at(u"f.txt"), false); }),
+              Failure(kItemExists, "Cannot create file"));
     EXPECT_EQ(readFile(u"f.txt"), "content");
 
     manager_.createFile(at(u"f.txt"), true);
@@ -78,8 +78,8 @@ TEST_F(CoreTest, CreateFileHonoursTheOverwriteFlag) {
     CloseHandle(again);
 
     // No intermediate folders, and a folder is never replaced by a file.
-    EXPECT_TRUE(FailsWith([&] { manager_.createFile(at(u"no\\f.txt"), true); }, kItemNotFound,
-                          "Cannot create file"));
+    EXPECT_EQ(FailureOf([&] { manager_.createFile(at(u"no\\f.txt"), true); }),
+              Failure(kItemNotFound, "Cannot create file"));
     EXPECT_FALSE(exists(u"no"));
     makeFolder(u"dir");
     writeFile(u"dir\\inside", "i");
@@ -94,31 +94,34 @@ TEST_F(CoreTest, CreateFileHonoursTheOverwriteFlag) {
 }
 
 TEST_F(CoreTest, CreateItemMapsKeywordPositions) {
-    manager_.createItem(at(u"file"), CreateKind::kFile);
-    manager_.createItem(at(u"new"), CreateKind::kNew);
-    manager_.createItem(at(u"files"), CreateKind::kFiles);
-    manager_.createItem(at(u"folder"), CreateKind::kFolder);
-    manager_.createItem(at(u"folders"), CreateKind::kFolders);
-    EXPECT_EQ(manager_.getItemKind(at(u"file")), ItemKind::kFile);
-    EXPECT_EQ(manager_.getItemKind(at(u"new")), ItemKind::kFile);
-    EXPECT_EQ(manager_.getItemKind(at(u"files")), ItemKind::kFile);
-    EXPECT_EQ(manager_.getItemKind(at(u"folder")), ItemKind::kFolder);
-    EXPECT_EQ(manager_.getItemKind(at(u"folders")), ItemKind::kFolder);
+    const struct {
+        const char16_t* name;
+        int32_t position;
+        uint32_t made;
+    } cases[] = {{u"file", CreateKind::kFile, ItemKind::kFile},
+                 {u"new", CreateKind::kNew, ItemKind::kFile},
+                 {u"files", CreateKind::kFiles, ItemKind::kFile},
+                 {u"folder", CreateKind::kFolder, ItemKind::kFolder},
+                 {u"folders", CreateKind::kFolders, ItemKind::kFolder}};
+    for (const auto& c : cases) {
+        manager_.createItem(at(c.name), c.position);
+        EXPECT_EQ(manager_.getItemKind(at(c.name)), c.made) << Narrow(c.name);
+    }
 
     // Creating never empties an existing file.
     writeFile(u"kept", "data");
-    EXPECT_TRUE(FailsWith([&] { manager_.createItem(at(u"kept"), CreateKind::kFile); }, kItemExists,
-                          "Cannot create file"));
+    EXPECT_EQ(FailureOf([&] { manager_.createItem(at(u"kept"), CreateKind::kFile); }),
+              Failure(kItemExists, "Cannot create file"));
     EXPECT_EQ(readFile(u"kept"), "data");
 
     for (const int32_t unknown : {CreateKind::kUnknown, 5, -7}) {
-        EXPECT_TRUE(FailsWith([&] { manager_.createItem(at(u"odd"), unknown); }, kBadParameter,
-                              "Wrong parameter"));
+        EXPECT_EQ(FailureOf([&] { manager_.createItem(at(u"odd"), unknown); }),
+                  Failure(kBadParameter, "Wrong parameter"));
     }
     EXPECT_FALSE(exists(u"odd"));
 }
 
-TEST_F(CoreTest, LongPathsAreCreatedThroughThePrefix) {
+TEST_F(CoreTest, LongPathsAndExactNamesReachTheSystemThroughThePrefix) {
     // Seven folders of 50 characters: well past the classic 260-character limit.
     std::u16string relative;
     for (char16_t level = u'a'; level < u'a' + 7; ++level) {
@@ -129,23 +132,16 @@ TEST_F(CoreTest, LongPathsAreCreatedThroughThePrefix) {
     ASSERT_GT(path(file).size(), 300u);
     manager_.createFile(at(file), false);
     EXPECT_TRUE(exists(file));
-
     writeFile(file, "long");
-    EXPECT_TRUE(FailsWith([&] { manager_.createFile(at(file), false); }, kItemExists,
-                          "Cannot create file"));
-    EXPECT_EQ(readFile(file), "long");
     manager_.createFile(at(file), true);
     EXPECT_EQ(readFile(file), "");
-}
 
-TEST_F(CoreTest, CreatedNamesReachTheSystemAsGiven) {
     // Only the long-path form keeps trailing dots and spaces; a plain path would lose them.
-    manager_.createDirectory(at(u"folder."));
-    manager_.createFile(at(u"file. "), false);
-    const auto tree = snapshot();
-    EXPECT_EQ(tree.count(u"folder."), 1u);
-    EXPECT_EQ(tree.count(u"file. "), 1u);
-    EXPECT_EQ(tree.size(), 2u);
+    makeFolder(u"exact");
+    manager_.createDirectory(at(u"exact\\folder."));
+    manager_.createFile(at(u"exact\\file. "), false);
+    EXPECT_EQ(snapshot(u"exact"),
+              (std::map<std::u16string, std::string>{{u"folder.", "<dir>"}, {u"file. ", ""}}));
 }
 
 TEST(LongPathPrefix, IsPutInFrontOfThePathAsGiven) {
@@ -154,7 +150,7 @@ TEST(LongPathPrefix, IsPutInFrontOfThePathAsGiven) {
     EXPECT_EQ(WithLongPathPrefix(u"C:/a/../b"), u"\\\\?\\C:/a/../b");
 }
 
-TEST_F(CoreTest, SizesOfFilesAndFolderTrees) {
+TEST_F(CoreTest, SizesOfFilesAndFolderTreesIn64Bits) {
     writeFile(u"five", "12345");
     makeFolder(u"empty");
     makeFolder(u"tree");
@@ -165,21 +161,6 @@ TEST_F(CoreTest, SizesOfFilesAndFolderTrees) {
     writeFile(u"tree\\sub\\subsub\\c", "c");
     writeFile(u"tree\\sub\\.hidden", "hh");
     SetFileAttributesW(Wide(path(u"tree\\sub\\.hidden")), FILE_ATTRIBUTE_HIDDEN);
-
-    EXPECT_EQ(manager_.getItemSize(at(u"five")), 5u);
-    EXPECT_EQ(manager_.getItemSize(at(u"empty")), 0u);
-    EXPECT_EQ(manager_.getItemSize(at(u"tree")), 1023u);
-    EXPECT_EQ(manager_.getFolderSize(at(u"tree\\")), 1023u);
-    EXPECT_EQ(manager_.getFolderSize(at(u"missing")), 0u);
-    SetFileAttributesW(Wide(path(u"tree\\sub\\.hidden")), FILE_ATTRIBUTE_NORMAL);
-
-    const std::optional<Exception> missing = Caught([&] { manager_.getItemSize(at(u"none")); });
-    ASSERT_TRUE(missing);
-    EXPECT_STREQ(missing->what(), "Cannot get item size");
-    EXPECT_EQ(missing->error()->code(), kItemNotFound);
-}
-
-TEST_F(CoreTest, FolderSizesAreSummedIn64Bits) {
     // A sparse 5,000,000,000-byte file: its size alone overflows 32 bits.
     makeFolder(u"big");
     const HANDLE file = CreateFileW(Wide(path(u"big\\huge.bin")), GENERIC_WRITE, 0, nullptr,
@@ -192,8 +173,16 @@ TEST_F(CoreTest, FolderSizesAreSummedIn64Bits) {
     ASSERT_TRUE(sized);
     writeFile(u"big\\small", "abc");
 
+    EXPECT_EQ(manager_.getItemSize(at(u"five")), 5u);
+    EXPECT_EQ(manager_.getItemSize(at(u"empty")), 0u);
+    EXPECT_EQ(manager_.getItemSize(at(u"tree")), 1023u);
+    EXPECT_EQ(manager_.getFolderSize(at(u"tree\\")), 1023u);
+    EXPECT_EQ(manager_.getFolderSize(at(u"missing")), 0u);
     EXPECT_EQ(manager_.getItemSize(at(u"big\\huge.bin")), 5000000000u);
     EXPECT_EQ(manager_.getItemSize(at(u"big")), 5000000003u);
+    SetFileAttributesW(Wide(path(u"tree\\sub\\.hidden")), FILE_ATTRIBUTE_NORMAL);
+    EXPECT_EQ(FailureOf([&] { manager_.getItemSize(at(u"none")); }),
+              Failure(kItemNotFound, "Cannot get item size"));
 }
 
 TEST_F(CoreTest, ShortPathNamesTheSameItem) {
@@ -213,8 +202,7 @@ TEST_F(CoreTest, ShortPathNamesTheSameItem) {
 
 TEST(HomeFolder, IsTheUserProfileWithoutTrailingSeparator) {
     wchar_t profile[MAX_PATH];
-    const DWORD length = GetEnvironmentVariableW(L"USERPROFILE", profile, MAX_PATH);
-    ASSERT_GT(length, 0u);
+    ASSERT_GT(GetEnvironmentVariableW(L"USERPROFILE", profile, MAX_PATH), 0u);
     const std::u16string home = FileManager().getHomeFolder()->units();
     EXPECT_EQ(CompareStringOrdinal(Wide(home), -1, profile, -1, TRUE), CSTR_EQUAL) << Narrow(home);
     EXPECT_NE(home.back(), u'\\');

@@ -19,6 +19,17 @@ std::string Narrow(const std::u16string& text) {
     return String(text).toUtf8();
 }
 
+std::u16string Quote(const std::u16string& text) {
+    return u"\"" + text + u"\"";
+}
+
+std::u16string BesideProgram(const std::u16string& name) {
+    wchar_t self[MAX_PATH];
+    const DWORD length = GetModuleFileNameW(nullptr, self, MAX_PATH);
+    const std::u16string program = FromWide(self).substr(0, length);
+    return program.substr(0, program.rfind(u'\\') + 1) + name;
+}
+
 namespace {
 
 std::u16string Long(const std::u16string& path) {
@@ -83,17 +94,51 @@ std::optional<Exception> Caught(const std::function<void()>& action) {
     return std::nullopt;
 }
 
-::testing::AssertionResult FailsWith(const std::function<void()>& action, int32_t code,
-                                     const char* message) {
+std::string Failure(int32_t code, const std::string& message) {
+    return std::to_string(code) + " " + message;
+}
+
+std::string FailureOf(const std::function<void()>& action) {
     const std::optional<Exception> exception = Caught(action);
-    if (!exception) {
-        return ::testing::AssertionFailure()
-               << "no exception, expected " << code << " \"" << message << "\"";
+    return exception ? Failure(exception->error()->code(), exception->what()) : "";
+}
+
+namespace {
+
+// A visible window titled `title` that belongs to another process, or null.
+HWND FindFolderWindow(const std::u16string& title) {
+    for (HWND window = FindWindowExW(nullptr, nullptr, nullptr, nullptr); window != nullptr;
+         window = FindWindowExW(nullptr, window, nullptr, nullptr)) {
+        wchar_t text[MAX_PATH] = {};
+        DWORD owner = 0;
+        GetWindowTextW(window, text, MAX_PATH);
+        GetWindowThreadProcessId(window, &owner);
+        if (IsWindowVisible(window) && owner != GetCurrentProcessId() && FromWide(text) == title) {
+            return window;
+        }
     }
-    if (exception->error()->code() != code || std::string(exception->what()) != message) {
-        return ::testing::AssertionFailure()
-               << "got " << exception->error()->code() << " \"" << exception->what()
-               << "\", expected " << code << " \"" << message << "\"";
+    return nullptr;
+}
+
+}  // namespace
+
+::testing::AssertionResult FolderWindowOpensAndCloses(const std::u16string& title) {
+    // The shell does not wait for its window; the bound is only reached when none comes.
+    HWND window = nullptr;
+    for (int attempt = 0; attempt < 600 && window == nullptr; ++attempt) {
+        Sleep(50);
+        window = FindFolderWindow(title);
+    }
+    if (window == nullptr) {
+        return ::testing::AssertionFailure() << "no folder window appeared";
+    }
+    // Close it again so nothing outlives the test.
+    PostMessageW(window, WM_CLOSE, 0, 0);
+    for (int attempt = 0; attempt < 600 && IsWindow(window); ++attempt) {
+        Sleep(50);
+    }
+    if (IsWindow(window)) {
+        return ::testing::AssertionFailure() << "the folder window did not close";
     }
     return ::testing::AssertionSuccess();
 }
@@ -114,6 +159,7 @@ void ScratchTest::SetUp() {
 }
 
 void ScratchTest::TearDown() {
+    SetEnvironmentVariableW(L"VF_RECORDER_OUTPUT", nullptr);
     RemoveTree(root_);
     EXPECT_EQ(GetFileAttributesW(Wide(root_)), INVALID_FILE_ATTRIBUTES) << "scratch folder left";
 }
@@ -166,6 +212,28 @@ std::map<std::u16string, std::string> ScratchTest::snapshot(const std::u16string
         }
     }
     return tree;
+}
+
+std::u16string ScratchTest::installRecorder() {
+    makeFolder(u"app dir");
+    const std::u16string recorder = path(u"app dir\\rec order.exe");
+    EXPECT_TRUE(CopyFileW(Wide(BesideProgram(u"cmdline_recorder.exe")), Wide(recorder), FALSE));
+    SetEnvironmentVariableW(L"VF_RECORDER_OUTPUT", Wide(path(u"record.txt")));
+    return recorder;
+}
+
+std::optional<std::u16string> ScratchTest::recorded() const {
+    // Started programs are not waited for by the code under test; this bound is only ever
+    // reached when nothing was started at all.
+    for (int attempt = 0; attempt < 600 && !exists(u"record.txt"); ++attempt) {
+        Sleep(50);
+    }
+    const std::optional<std::string> bytes = readFile(u"record.txt");
+    if (!bytes) {
+        return std::nullopt;
+    }
+    DeleteFileW(Wide(path(u"record.txt")));
+    return std::u16string(reinterpret_cast<const char16_t*>(bytes->data()), bytes->size() / 2);
 }
 
 }  // namespace test

@@ -1,6 +1,7 @@
 #pragma once
 // Test support: each test gets its own folder under the system's temporary folder, removed with
-// everything in it afterwards, plus helpers to lay out files and to catch the manager's failures.
+// everything in it afterwards, plus helpers to lay out files, to catch the manager's failures and
+// to watch what the shell actions start.
 
 #include <gtest/gtest.h>
 
@@ -20,6 +21,9 @@ namespace test {
 std::u16string FromWide(const wchar_t* text);
 const wchar_t* Wide(const std::u16string& text);
 std::string Narrow(const std::u16string& text);
+std::u16string Quote(const std::u16string& text);  // in double quotes, nothing escaped
+// The Windows path of a file built beside the running test program.
+std::u16string BesideProgram(const std::u16string& name);
 
 // Removes a file or a whole tree through the long-path form, whatever its depth. Test-side only,
 // so cleanup never depends on the code under test.
@@ -27,10 +31,12 @@ void RemoveTree(const std::u16string& path);
 
 // The exception `action` throws, or none when it returns normally.
 std::optional<Exception> Caught(const std::function<void()>& action);
+// "" when `action` returns normally, else Failure() of the slib::Exception it threw.
+std::string FailureOf(const std::function<void()>& action);
+std::string Failure(int32_t code, const std::string& message);  // "<code> <message>"
 
-// Passes when `action` throws an slib::Exception with exactly this code and message.
-::testing::AssertionResult FailsWith(const std::function<void()>& action, int32_t code,
-                                     const char* message);
+// Waits for a visible folder window titled `title` of another process, then closes it again.
+::testing::AssertionResult FolderWindowOpensAndCloses(const std::u16string& title);
 
 class ScratchTest : public ::testing::Test {
   protected:
@@ -49,6 +55,13 @@ class ScratchTest : public ::testing::Test {
     // Everything below `relative` (default: the whole scratch folder): relative path to "<dir>"
     // for folders and to the content for files.
     std::map<std::u16string, std::string> snapshot(const std::u16string& relative = u"") const;
+
+    // Copies the command-line recorder to "app dir\rec order.exe" (spaces show the quoting at
+    // work) and has it write to record.txt here; returns the copy's path.
+    std::u16string installRecorder();
+    // The command line the recorder was started with, removing the record for the next start;
+    // none when no program started.
+    std::optional<std::u16string> recorded() const;
 
     std::u16string root_;
     FileManager manager_;

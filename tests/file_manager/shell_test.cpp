@@ -1,4 +1,6 @@
 // Shell actions start a recorder program that writes down the exact command line it received.
+// Opening with a given program and revealing in a folder window are shown end to end, with the
+// paths resolved (items_e2e/shell_actions_test.cpp).
 
 #include <windows.h>
 
@@ -9,50 +11,13 @@ namespace slib {
 namespace test {
 namespace {
 
-// The recorder built beside this test program.
-std::u16string BuiltRecorder() {
-    wchar_t self[MAX_PATH];
-    const DWORD length = GetModuleFileNameW(nullptr, self, MAX_PATH);
-    const std::u16string program = FromWide(self).substr(0, length);
-    return program.substr(0, program.rfind(u'\\') + 1) + u"cmdline_recorder.exe";
-}
-
 class ShellTest : public ScratchTest {
   protected:
     void SetUp() override {
         ScratchTest::SetUp();
-        // Spaces in both the program's and the document's paths show the quoting at work.
-        makeFolder(u"app dir");
-        recorder_ = path(u"app dir\\rec order.exe");
-        ASSERT_TRUE(CopyFileW(Wide(BuiltRecorder()), Wide(recorder_), FALSE))
-            << Narrow(BuiltRecorder());
-        record_ = path(u"record.txt");
-        SetEnvironmentVariableW(L"VF_RECORDER_OUTPUT", Wide(record_));
+        recorder_ = installRecorder();
     }
-    void TearDown() override {
-        SetEnvironmentVariableW(L"VF_RECORDER_OUTPUT", nullptr);
-        ScratchTest::TearDown();
-    }
-
-    // The command line the recorder saw, once it has written it; none if it never started.
-    std::optional<std::u16string> recordedCommandLine() const {
-        // Started programs are not waited for by the manager, so wait here, with a generous
-        // bound that only a program that never started reaches.
-        for (int attempt = 0; attempt < 600; ++attempt) {
-            if (GetFileAttributesW(Wide(record_)) != INVALID_FILE_ATTRIBUTES) {
-                const std::string bytes = readFile(u"record.txt").value_or("");
-                return std::u16string(reinterpret_cast<const char16_t*>(bytes.data()),
-                                      bytes.size() / 2);
-            }
-            Sleep(50);
-        }
-        return std::nullopt;
-    }
-
-    std::u16string quoted(const std::u16string& text) const { return u"\"" + text + u"\""; }
-
     std::u16string recorder_;
-    std::u16string record_;
 };
 
 TEST_F(ShellTest, RunApplicationPassesEachLineEscaped) {
@@ -70,27 +35,23 @@ TEST_F(ShellTest, RunApplicationPassesEachLineEscaped) {
     for (const auto& test : cases) {
         SCOPED_TRACE(Narrow(test.arguments));
         manager_.runApplication(String(recorder_), String(test.arguments));
-        EXPECT_EQ(recordedCommandLine(), quoted(recorder_) + test.expectedTail);
-        DeleteFileW(Wide(record_));
+        EXPECT_EQ(recorded(), Quote(recorder_) + test.expectedTail);
     }
 }
 
-TEST_F(ShellTest, OpenFileWithApplicationQuotesBoth) {
-    writeFile(u"my doc.txt", "doc");
-    manager_.openFileWithApplication(at(u"my doc.txt"), String(recorder_));
-    EXPECT_EQ(recordedCommandLine(), quoted(recorder_) + u" " + quoted(path(u"my doc.txt")));
-}
-
-TEST_F(ShellTest, ProgramsThatCannotStartAreReported) {
-    const String missing(path(u"no such program.exe"));
-    EXPECT_TRUE(FailsWith([&] { manager_.runApplication(missing, String(u"a")); }, kUnclassified,
-                          "Cannot run the application"));
-    EXPECT_TRUE(FailsWith([&] { manager_.openFileWithApplication(at(u"x.txt"), missing); },
-                          kUnclassified, "Cannot open file in the given application"));
-    // A file that is no program cannot be started either.
+TEST_F(ShellTest, FailuresToStartOrRevealAreReported) {
     writeFile(u"not a program.exe", "text, not code");
-    EXPECT_TRUE(FailsWith([&] { manager_.runApplication(at(u"not a program.exe"), String(u"")); },
-                          kUnclassified, "Cannot run the application"));
+    const String missing(path(u"no such program.exe"));
+    const std::string cannotRun = Failure(kUnclassified, "Cannot run the application");
+    const std::string cannotReveal = Failure(kUnclassified, "Cannot reveal the file");
+    EXPECT_EQ(FailureOf([&] { manager_.runApplication(missing, String(u"a")); }), cannotRun);
+    // A file that is no program cannot be started either.
+    EXPECT_EQ(FailureOf([&] { manager_.runApplication(at(u"not a program.exe"), String()); }),
+              cannotRun);
+    EXPECT_EQ(FailureOf([&] { manager_.openFileWithApplication(at(u"x.txt"), missing); }),
+              Failure(kUnclassified, "Cannot open file in the given application"));
+    EXPECT_EQ(FailureOf([&] { manager_.revealItem(at(u"missing\\file.txt")); }), cannotReveal);
+    EXPECT_EQ(FailureOf([&] { manager_.revealItem(String(u"no-separator")); }), cannotReveal);
     EXPECT_FALSE(exists(u"record.txt"));
 }
 
@@ -124,82 +85,32 @@ class OpenFileTest : public ShellTest {
     }
 
     bool registerType(HKEY root) const {
-        const std::u16string command = quoted(recorder_) + u" \"%1\"";
         return setDefaultValue(root, kExtensionKey, u"Vantafile.TestDocument") &&
-               setDefaultValue(root, std::wstring(kTypeKey) + L"\\shell\\open\\command", command);
+               setDefaultValue(root, std::wstring(kTypeKey) + L"\\shell\\open\\command",
+                               Quote(recorder_) + u" \"%1\"");
     }
 
     static bool setDefaultValue(HKEY root, const std::wstring& key, const std::u16string& value) {
-        HKEY handle = nullptr;
-        if (RegCreateKeyExW(root, key.c_str(), 0, nullptr, 0, KEY_SET_VALUE, nullptr, &handle,
-                            nullptr) != ERROR_SUCCESS) {
-            return false;
-        }
-        const LONG result =
-            RegSetValueExW(handle, nullptr, 0, REG_SZ, reinterpret_cast<const BYTE*>(Wide(value)),
-                           static_cast<DWORD>((value.size() + 1) * sizeof(wchar_t)));
-        RegCloseKey(handle);
-        return result == ERROR_SUCCESS;
+        return RegSetKeyValueW(root, key.c_str(), nullptr, REG_SZ, Wide(value),
+                               static_cast<DWORD>((value.size() + 1) * sizeof(wchar_t))) ==
+               ERROR_SUCCESS;
     }
 
     bool machineWide_ = false;
 };
 
-TEST_F(OpenFileTest, OpensThroughTheFileAssociation) {
+TEST_F(OpenFileTest, OpensThroughTheFileAssociationOrReportsWhy) {
     writeFile(u"my doc.vftest", "doc");
     manager_.openFile(at(u"my doc.vftest"));
-    EXPECT_EQ(recordedCommandLine(), quoted(recorder_) + u" " + quoted(path(u"my doc.vftest")));
-}
+    EXPECT_EQ(recorded(), Quote(recorder_) + u" " + Quote(path(u"my doc.vftest")));
 
-TEST_F(OpenFileTest, MissingFilesAndUnknownTypesAreReported) {
-    EXPECT_TRUE(FailsWith([&] { manager_.openFile(at(u"missing.vftest")); }, kUnclassified,
-                          "Cannot open file in the default application"));
+    // A missing file, and a type no program is registered for.
     writeFile(u"doc.vfnotype", "no program for this");
-    EXPECT_TRUE(FailsWith([&] { manager_.openFile(at(u"doc.vfnotype")); }, kUnclassified,
-                          "Cannot open file in the default application"));
+    for (const std::u16string name : {u"missing.vftest", u"doc.vfnotype"}) {
+        EXPECT_EQ(FailureOf([&] { manager_.openFile(at(name)); }),
+                  Failure(kUnclassified, "Cannot open file in the default application"));
+    }
     EXPECT_FALSE(exists(u"record.txt"));
-}
-
-// A visible folder window titled `title` that belongs to another process, or null.
-HWND FindFolderWindow(const std::u16string& title) {
-    for (HWND window = FindWindowExW(nullptr, nullptr, nullptr, nullptr); window != nullptr;
-         window = FindWindowExW(nullptr, window, nullptr, nullptr)) {
-        wchar_t text[MAX_PATH] = {};
-        DWORD owner = 0;
-        GetWindowTextW(window, text, MAX_PATH);
-        GetWindowThreadProcessId(window, &owner);
-        if (IsWindowVisible(window) && owner != GetCurrentProcessId() && FromWide(text) == title) {
-            return window;
-        }
-    }
-    return nullptr;
-}
-
-TEST_F(ShellTest, RevealOpensAWindowOnTheParentFolder) {
-    makeFolder(u"reveal parent");
-    writeFile(u"reveal parent\\shown.txt", "s");
-    const std::u16string title = u"reveal parent";
-    ASSERT_EQ(FindFolderWindow(title), nullptr);
-    manager_.revealItem(at(u"reveal parent\\shown.txt"));
-    HWND window = nullptr;
-    for (int attempt = 0; attempt < 600 && window == nullptr; ++attempt) {
-        Sleep(50);
-        window = FindFolderWindow(title);
-    }
-    ASSERT_NE(window, nullptr) << "no folder window appeared";
-    // Close it again so nothing outlives the test.
-    PostMessageW(window, WM_CLOSE, 0, 0);
-    for (int attempt = 0; attempt < 600 && IsWindow(window); ++attempt) {
-        Sleep(50);
-    }
-    EXPECT_FALSE(IsWindow(window));
-}
-
-TEST_F(ShellTest, RevealOfAMissingItemIsReported) {
-    EXPECT_TRUE(FailsWith([&] { manager_.revealItem(at(u"missing\\file.txt")); }, kUnclassified,
-                          "Cannot reveal the file"));
-    EXPECT_TRUE(FailsWith([&] { manager_.revealItem(String(u"no-separator")); }, kUnclassified,
-                          "Cannot reveal the file"));
 }
 
 }  // namespace

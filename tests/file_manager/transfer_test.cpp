@@ -25,55 +25,36 @@ class TransferTest : public ScratchTest {
         makeFolder(u"src\\sub\\empty");
         writeFile(u"lone.txt", "lone");
     }
-
-    // Runs `action`, expects the given failure, and that nothing on disk changed.
-    void expectRefusedUnchanged(const std::function<void()>& action, int32_t code,
-                                const char* message) {
-        const auto before = snapshot();
-        EXPECT_TRUE(FailsWith(action, code, message));
-        EXPECT_EQ(snapshot(), before);
-    }
 };
 
-TEST_F(TransferTest, CopiesAFileToANewPath) {
+TEST_F(TransferTest, CopiesFilesAndTreesToNewPaths) {
     manager_.copyItem(at(u"lone.txt"), at(u"copy.txt"));
     EXPECT_EQ(readFile(u"copy.txt"), "lone");
     EXPECT_EQ(readFile(u"lone.txt"), "lone");
     const std::u16string unicodeName = u"copie \u00e9 \u6587.txt";
     manager_.copyItem(at(u"lone.txt"), at(unicodeName));
     EXPECT_EQ(readFile(unicodeName), "lone");
-}
-
-TEST_F(TransferTest, CopiesAWholeTreeToANewPath) {
     manager_.copyItem(at(u"src"), at(u"dst"));
     EXPECT_EQ(snapshot(u"dst"), snapshot(u"src"));
     EXPECT_EQ(snapshot(u"dst").size(), 4u);
 }
 
-TEST_F(TransferTest, CopiesIntoAnExistingFolderReplacingSilently) {
-    makeFolder(u"into");
-    writeFile(u"into\\lone.txt", "old");
-    writeFile(u"into\\other.txt", "other");
-    manager_.copyItem(at(u"lone.txt"), at(u"into"));
-    EXPECT_EQ(readFile(u"into\\lone.txt"), "lone");
-    EXPECT_EQ(readFile(u"into\\other.txt"), "other");
-
-    manager_.copyItem(at(u"src"), at(u"into"));
-    EXPECT_EQ(snapshot(u"into\\src"), snapshot(u"src"));
-}
-
-TEST_F(TransferTest, CopyChecksSourceThenDestination) {
-    // Onto an existing file: refused, the file keeps its content.
-    writeFile(u"existing.txt", "mine");
-    expectRefusedUnchanged([&] { manager_.copyItem(at(u"lone.txt"), at(u"existing.txt")); },
-                           kItemExists, "Destination item already exists");
-    expectRefusedUnchanged([&] { manager_.copyItem(at(u"src"), at(u"existing.txt")); }, kItemExists,
-                           "Destination item already exists");
-    // A missing source is reported first, even when the destination would be refused too.
-    expectRefusedUnchanged([&] { manager_.copyItem(at(u"missing"), at(u"existing.txt")); },
-                           kItemNotFound, "Source item does not exist");
-    expectRefusedUnchanged([&] { manager_.copyItem(at(u"missing"), at(u"bad<name>?*")); },
-                           kItemNotFound, "Source item does not exist");
+TEST_F(TransferTest, CopiesIntoAnExistingFolderMergingAndReplacingSilently) {
+    makeFolder(u"box");
+    writeFile(u"box\\lone.txt", "old");
+    writeFile(u"box\\other.txt", "other");
+    makeFolder(u"box\\src");
+    writeFile(u"box\\src\\kept.txt", "kept");
+    writeFile(u"box\\src\\top.txt", "old top");
+    manager_.copyItem(at(u"lone.txt"), at(u"box"));
+    manager_.copyItem(at(u"src"), at(u"box"));
+    EXPECT_EQ(readFile(u"box\\lone.txt"), "lone");
+    EXPECT_EQ(readFile(u"box\\other.txt"), "other");
+    // The source stays, and the folder of its name is merged into, not replaced.
+    auto merged = snapshot(u"src");
+    ASSERT_EQ(merged.size(), 4u);
+    merged[u"kept.txt"] = "kept";
+    EXPECT_EQ(snapshot(u"box\\src"), merged);
 }
 
 TEST_F(TransferTest, MovesAndRenamesFilesAndTrees) {
@@ -89,27 +70,6 @@ TEST_F(TransferTest, MovesAndRenamesFilesAndTrees) {
 
     manager_.moveItem(at(u"renamed"), at(u"box"));
     EXPECT_EQ(snapshot(u"box\\renamed"), tree);
-}
-
-TEST_F(TransferTest, MoveRefusesToOverwriteAFileInTheDestinationFolder) {
-    makeFolder(u"box");
-    writeFile(u"box\\lone.txt", "already here");
-    expectRefusedUnchanged([&] { manager_.moveItem(at(u"lone.txt"), at(u"box")); }, kItemExists,
-                           "Destination item already exists");
-    // The candidate test looks at the name, not the kind of the source: a folder whose name is
-    // taken by a file inside the destination is refused too.
-    makeFolder(u"other");
-    writeFile(u"other\\src", "a file named like the folder");
-    expectRefusedUnchanged([&] { manager_.moveItem(at(u"src"), at(u"other")); }, kItemExists,
-                           "Destination item already exists");
-}
-
-TEST_F(TransferTest, MoveChecksSourceThenDestination) {
-    writeFile(u"existing.txt", "mine");
-    expectRefusedUnchanged([&] { manager_.moveItem(at(u"lone.txt"), at(u"existing.txt")); },
-                           kItemExists, "Destination item already exists");
-    expectRefusedUnchanged([&] { manager_.moveItem(at(u"missing"), at(u"existing.txt")); },
-                           kItemNotFound, "Source item does not exist");
 }
 
 // Whether this system's shell merges a folder moved into a folder that holds one of the same
@@ -149,18 +109,6 @@ TEST_F(TransferTest, MoveMergesAFolderIntoASameNamedFolder) {
     EXPECT_EQ(readFile(u"box\\src\\sub\\inner.txt"), "inner");
 }
 
-TEST_F(TransferTest, CopyMergesAFolderIntoASameNamedFolder) {
-    makeFolder(u"box");
-    makeFolder(u"box\\src");
-    writeFile(u"box\\src\\kept.txt", "kept");
-    writeFile(u"box\\src\\top.txt", "old top");
-    manager_.copyItem(at(u"src"), at(u"box"));
-    EXPECT_EQ(readFile(u"box\\src\\kept.txt"), "kept");
-    EXPECT_EQ(readFile(u"box\\src\\top.txt"), "top");
-    EXPECT_EQ(readFile(u"box\\src\\sub\\inner.txt"), "inner");
-    EXPECT_TRUE(exists(u"src\\sub\\inner.txt"));
-}
-
 TEST_F(TransferTest, DeletesFilesAndWholeTreesPermanently) {
     SHQUERYRBINFO before = {sizeof(SHQUERYRBINFO), 0, 0};
     const bool binReadable = SUCCEEDED(SHQueryRecycleBinW(nullptr, &before));
@@ -187,11 +135,45 @@ TEST_F(TransferTest, AnEmbeddedZeroCannotAddASecondItem) {
     EXPECT_EQ(snapshot(u"src").size(), 4u);
 }
 
-TEST_F(TransferTest, DeleteOfAMissingItemChangesNothing) {
-    expectRefusedUnchanged([&] { manager_.deleteItem(at(u"missing")); }, kItemNotFound,
-                           "Item does not exist");
-    expectRefusedUnchanged([&] { manager_.deleteItem(at(u"src\\missing\\deeper")); }, kItemNotFound,
-                           "Item does not exist");
+TEST_F(TransferTest, RefusalsComeSourceFirstAndLeaveTheDiskAsItWas) {
+    writeFile(u"existing.txt", "mine");
+    makeFolder(u"box");
+    writeFile(u"box\\lone.txt", "already here");
+    makeFolder(u"other");
+    writeFile(u"other\\src", "a file named like the folder");
+    const auto copy = &FileManager::copyItem;
+    const auto move = &FileManager::moveItem;
+    const std::string taken = Failure(kItemExists, "Destination item already exists");
+    const std::string noSource = Failure(kItemNotFound, "Source item does not exist");
+    const struct {
+        decltype(copy) transfer;
+        std::u16string from, to;
+        const std::string& failure;
+    } cases[] = {
+        // Onto an existing file, whatever the source's kind.
+        {copy, u"lone.txt", u"existing.txt", taken},
+        {copy, u"src", u"existing.txt", taken},
+        {move, u"lone.txt", u"existing.txt", taken},
+        // A missing source is reported first, even when the destination would be refused too.
+        {copy, u"missing", u"existing.txt", noSource},
+        {copy, u"missing", u"bad<name>?*", noSource},
+        {move, u"missing", u"existing.txt", noSource},
+        // Move never overwrites a file in the destination folder. The candidate test looks at
+        // the name, not the kind of the source: a folder whose name a file there takes is refused.
+        {move, u"lone.txt", u"box", taken},
+        {move, u"src", u"other", taken},
+    };
+    const auto before = snapshot();
+    for (const auto& c : cases) {
+        SCOPED_TRACE(Narrow(c.from + u" -> " + c.to));
+        EXPECT_EQ(FailureOf([&] { (manager_.*c.transfer)(at(c.from), at(c.to)); }), c.failure);
+        EXPECT_EQ(snapshot(), before);
+    }
+    for (const std::u16string missing : {u"missing", u"src\\missing\\deeper"}) {
+        EXPECT_EQ(FailureOf([&] { manager_.deleteItem(at(missing)); }),
+                  Failure(kItemNotFound, "Item does not exist"));
+        EXPECT_EQ(snapshot(), before);
+    }
 }
 
 }  // namespace

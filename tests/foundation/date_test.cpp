@@ -33,7 +33,7 @@ TEST(Date, MicrosecondsCarryIntoSeconds) {
     EXPECT_EQ(saturated.seconds(), std::numeric_limits<int64_t>::max());
 }
 
-TEST(FileTime, ConvertsFromTicks) {
+TEST(FileTime, ConvertsFromAndToTicks) {
     const std::shared_ptr<Date> fileTimeEpoch = Date::FromFileTimeTicks(0);
     EXPECT_EQ(fileTimeEpoch->seconds(), Date::kFileTimeEpochSeconds);
     EXPECT_EQ(fileTimeEpoch->description()->units(), u"1601-01-01 00:00:00");
@@ -42,12 +42,10 @@ TEST(FileTime, ConvertsFromTicks) {
     EXPECT_EQ(unixEpoch->seconds(), kUnixEpochSeconds);
     EXPECT_EQ(unixEpoch->microseconds(), 1) << "finer ticks are cut off";
 
-    const std::shared_ptr<Date> largest =
-        Date::FromFileTimeTicks(std::numeric_limits<uint64_t>::max());
-    EXPECT_EQ(largest->toFileTimeTicks(), std::nullopt) << "beyond the signed tick range";
-}
+    EXPECT_EQ(Date::FromFileTimeTicks(std::numeric_limits<uint64_t>::max())->toFileTimeTicks(),
+              std::nullopt)
+        << "beyond the signed tick range";
 
-TEST(FileTime, ConvertsToTicks) {
     EXPECT_EQ(Date(Date::kFileTimeEpochSeconds, 0).toFileTimeTicks(), 0u);
     EXPECT_EQ(Date(kUnixEpochSeconds, 123456).toFileTimeTicks(), kUnixEpochTicks + 1234560);
     EXPECT_EQ(Date(Date::kFileTimeEpochSeconds - 1, 999999).toFileTimeTicks(), std::nullopt);

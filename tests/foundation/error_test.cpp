@@ -13,44 +13,43 @@
 namespace slib {
 namespace {
 
-struct Translation {
-    uint32_t lastError;
-    int32_t code;
-};
+constexpr int32_t kMin = std::numeric_limits<int32_t>::min();
 
-class LastErrorTranslation : public ::testing::TestWithParam<Translation> {};
-
-TEST_P(LastErrorTranslation, GivesTheTableCode) {
-    const WindowsLastError error(GetParam().lastError);
-    EXPECT_EQ(error.code(), GetParam().code) << "last error " << GetParam().lastError;
-    EXPECT_EQ(error.value(), GetParam().lastError);
+TEST(LastErrorTranslation, GivesTheTableCodeAndUnclassifiedForEverythingElse) {
+    const std::pair<uint32_t, int32_t> rows[] = {{0, 0},
+                                                 {2, -43},
+                                                 {3, -43},
+                                                 {5, -3200},
+                                                 {8, -620},
+                                                 {80, -48},
+                                                 {183, -48},
+                                                 {87, -50},
+                                                 {170, -3215},
+                                                 {1131, -3234},
+                                                 {1460, -3259},
+                                                 {1, 2400},
+                                                 {4, 2400},
+                                                 {6, 2400},
+                                                 {81, 2400},
+                                                 {182, 2400},
+                                                 {184, 2400},
+                                                 {1130, 2400},
+                                                 {1132, 2400},
+                                                 {1459, 2400},
+                                                 {1461, 2400},
+                                                 {0x80000005u, 2400},
+                                                 {0xFFFFFFFFu, 2400}};
+    for (const auto& [lastError, code] : rows) {
+        const WindowsLastError error(lastError);
+        EXPECT_EQ(error.code(), code) << "last error " << lastError;
+        EXPECT_EQ(error.value(), lastError);
+    }
 }
 
-INSTANTIATE_TEST_SUITE_P(EveryRow, LastErrorTranslation,
-                         ::testing::Values(Translation{0, 0}, Translation{2, -43},
-                                           Translation{3, -43}, Translation{5, -3200},
-                                           Translation{8, -620}, Translation{80, -48},
-                                           Translation{183, -48}, Translation{87, -50},
-                                           Translation{170, -3215}, Translation{1131, -3234},
-                                           Translation{1460, -3259}));
-
-INSTANTIATE_TEST_SUITE_P(NeighboursAndExtremesAreUnclassified, LastErrorTranslation,
-                         ::testing::Values(Translation{1, 2400}, Translation{4, 2400},
-                                           Translation{6, 2400}, Translation{81, 2400},
-                                           Translation{182, 2400}, Translation{184, 2400},
-                                           Translation{1130, 2400}, Translation{1132, 2400},
-                                           Translation{1459, 2400}, Translation{1461, 2400},
-                                           Translation{0x80000005u, 2400},
-                                           Translation{0xFFFFFFFFu, 2400}));
-
-TEST(ErrorObjects, BasicErrorKeepsItsCodeUnnarrowed) {
-    EXPECT_EQ(BasicError(-50).code(), -50);
-    EXPECT_EQ(BasicError(65486).code(), 65486);
-    EXPECT_EQ(BasicError(std::numeric_limits<int32_t>::min()).code(),
-              std::numeric_limits<int32_t>::min());
-}
-
-TEST(ErrorObjects, HResultIsAlwaysUnclassified) {
+TEST(ErrorObjects, KeepTheirCodes) {
+    for (int32_t code : {-50, 65486, kMin}) {
+        EXPECT_EQ(BasicError(code).code(), code) << "not narrowed";
+    }
     for (int32_t hresult :
          {0, 1, static_cast<int32_t>(0x80070005u), static_cast<int32_t>(0x80004005u), -1}) {
         EXPECT_EQ(WindowsHResult(hresult).code(), kUnclassified) << hresult;
@@ -58,21 +57,17 @@ TEST(ErrorObjects, HResultIsAlwaysUnclassified) {
     }
 }
 
-TEST(ErrorObjects, FactoriesMakeTheMatchingClass) {
+TEST(ErrorObjects, FactoriesMakeTheMatchingClassDescribedByTheObjectDefault) {
     const std::shared_ptr<Error> basic = MakeBasicError(-43);
     const std::shared_ptr<Error> lastError = MakeWindowsLastError(183);
     const std::shared_ptr<Error> hresult = MakeWindowsHResult(0);
-    ASSERT_NE(std::dynamic_pointer_cast<BasicError>(basic), nullptr);
-    ASSERT_NE(std::dynamic_pointer_cast<WindowsLastError>(lastError), nullptr);
-    ASSERT_NE(std::dynamic_pointer_cast<WindowsHResult>(hresult), nullptr);
+    EXPECT_NE(std::dynamic_pointer_cast<BasicError>(basic), nullptr);
+    EXPECT_NE(std::dynamic_pointer_cast<WindowsLastError>(lastError), nullptr);
+    EXPECT_NE(std::dynamic_pointer_cast<WindowsHResult>(hresult), nullptr);
     EXPECT_EQ(basic->code(), -43);
     EXPECT_EQ(lastError->code(), -48);
     EXPECT_EQ(hresult->code(), 2400);
-}
-
-TEST(ErrorObjects, DescribeThemselvesWithTheObjectDefault) {
-    for (const std::shared_ptr<Error>& error :
-         {MakeBasicError(-50), MakeWindowsLastError(5), MakeWindowsHResult(0)}) {
+    for (const std::shared_ptr<Error>& error : {basic, lastError, hresult}) {
         const std::shared_ptr<const String> text = error->description();
         ASSERT_NE(text, nullptr);
         EXPECT_EQ(text->units(), u"SLIB Object has no description");
@@ -90,38 +85,21 @@ TEST(ErrorObjects, AttachmentHooksKeepNothing) {
     EXPECT_EQ(value.use_count(), 1);
 }
 
-TEST(ReportableCodes, TheFifteenPassUnchanged) {
+TEST(ReportableCodes, OnlyTheFifteenPassAfterNarrowingTo16Bits) {
     for (int32_t code :
          {0, -4, -33, -34, -35, -36, -43, -45, -47, -48, -50, -52, -53, -54, -1303}) {
         EXPECT_EQ(ReportableCode(code), code);
     }
-}
-
-TEST(ReportableCodes, EverythingElseBecomesUnclassified) {
-    // -38 is a failed zip open, the rest come out of the last-error translation.
+    // -38 is a failed zip open, most others come out of the last-error translation.
     for (int32_t code : {-38, -120, -128, -620, -3200, -3215, -3234, -3259, -1, 1, 43, 2400, -37,
-                         -49, -51, -55, -1302, -1304}) {
+                         -49, -51, -55, -1302, -1304, std::numeric_limits<int32_t>::max()}) {
         EXPECT_EQ(ReportableCode(code), kUnclassified) << code;
     }
-}
-
-TEST(ReportableCodes, NarrowTo16BitsBeforeTheLookup) {
-    EXPECT_EQ(ReportableCode(65486), -50);
-    EXPECT_EQ(ReportableCode(0x10000 - 43), -43);
-    EXPECT_EQ(ReportableCode(0x20000 - 1303), -1303);
-    EXPECT_EQ(ReportableCode(0x10000), 0);
-    EXPECT_EQ(ReportableCode(-65536), 0);
-    EXPECT_EQ(ReportableCode(std::numeric_limits<int32_t>::min()), 0);
-    EXPECT_EQ(ReportableCode(std::numeric_limits<int32_t>::max()), kUnclassified);  // 0xFFFF = -1
-}
-
-TEST(ReportableCodes, TranslatedSystemErrorsAsTheUserSeesThem) {
-    EXPECT_EQ(ReportableCode(WindowsLastError(0).code()), 0);
-    EXPECT_EQ(ReportableCode(WindowsLastError(2).code()), -43);
-    EXPECT_EQ(ReportableCode(WindowsLastError(183).code()), -48);
-    EXPECT_EQ(ReportableCode(WindowsLastError(87).code()), -50);
-    for (uint32_t hidden : {5u, 8u, 170u, 1131u, 1460u}) {
-        EXPECT_EQ(ReportableCode(WindowsLastError(hidden).code()), kUnclassified) << hidden;
+    const std::pair<int32_t, int32_t> narrowed[] = {
+        {65486, -50}, {0x10000 - 43, -43}, {0x20000 - 1303, -1303},
+        {0x10000, 0}, {-65536, 0},         {kMin, 0}};
+    for (const auto& [code, reported] : narrowed) {
+        EXPECT_EQ(ReportableCode(code), reported) << code;
     }
 }
 

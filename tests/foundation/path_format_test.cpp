@@ -12,91 +12,83 @@
 namespace slib {
 namespace {
 
-class PathFormat : public ::testing::Test {
+struct FormatCase {
+    const char16_t* path;
+    int style;
+    const char16_t* expected;
+};
+
+// Anchor C:\Data\; C:\Program Files\ has a short form; C:\, C:\Data\ and C:\Data\Sub are folders.
+// Styles: 0 native (as held), 1 unix, 2 windows (one trailing separator goes, except at the root),
+// 4 url, 5 short (else as given), 7 host (folders marked, a trailing separator kept as held),
+// 16-18 relative: the anchor is matched without case, is "." itself, and a sibling that only
+// shares its name as a prefix (C:\Database) is outside it.
+const FormatCase kFormatCases[] = {{u"C:\\Data\\a.txt", 0, u"C:\\Data\\a.txt"},
+                                   {u"C:\\Data\\", 0, u"C:\\Data\\"},
+                                   {u"C:\\Data\\a.txt", 1, u"/Data/a.txt"},
+                                   {u"C:\\Data\\", 1, u"/Data"},
+                                   {u"C:\\", 1, u"/"},
+                                   {u"C:", 1, u""},
+                                   {u"", 1, u""},
+                                   {u"C:\\Data\\a.txt", 2, u"C:\\Data\\a.txt"},
+                                   {u"C:\\Data\\", 2, u"C:\\Data"},
+                                   {u"C:\\Data\\\\", 2, u"C:\\Data\\"},
+                                   {u"C:\\", 2, u"C:\\"},
+                                   {u"C:\\/", 2, u"C:"},
+                                   {u"C:\\Data\\a.txt", 4, u"file://C:/Data/a.txt"},
+                                   {u"C:\\Data\\", 4, u"file://C:/Data"},
+                                   {u"C:\\", 4, u"file://C:"},
+                                   {u"C:\\Program Files\\", 5, u"C:\\PROGRA~1"},
+                                   {u"C:\\No Such Folder\\", 5, u"C:\\No Such Folder"},
+                                   {u"C:\\Data\\a.txt", 7, u"file:/C:/Data/a.txt"},
+                                   {u"C:\\Data\\Sub", 7, u"file:/C:/Data/Sub/"},
+                                   {u"C:\\Data\\", 7, u"file:/C:/Data/"},
+                                   {u"C:\\", 7, u"file:/C:/"},
+                                   {u"C:\\Data\\gone\\", 7, u"file:/C:/Data/gone/"},
+                                   {u"C:\\Data\\a.txt", 16, u"a.txt"},
+                                   {u"C:\\Data\\sub\\b.txt", 16, u"sub\\b.txt"},
+                                   {u"C:\\Data\\sub\\b.txt", 17, u"sub/b.txt"},
+                                   {u"C:\\Data\\sub\\b.txt", 18, u"sub\\b.txt"},
+                                   {u"C:\\Data\\sub\\", 18, u"sub"},
+                                   {u"c:\\dATA\\A.TXT", 16, u"A.TXT"},
+                                   {u"C:\\Data\\", 16, u"."},
+                                   {u"C:\\Data", 17, u"."},
+                                   {u"C:\\Other\\a.txt", 16, u"C:\\Other\\a.txt"},
+                                   {u"C:\\Other\\a.txt", 17, u"C:/Other/a.txt"},
+                                   {u"C:\\Other\\", 18, u"C:\\Other"},
+                                   {u"C:\\Database\\a.txt", 16, u"C:\\Database\\a.txt"},
+                                   {u"C:\\", 16, u"C:\\"}};
+
+class PathFormat : public ::testing::TestWithParam<FormatCase> {
   protected:
-    std::u16string format(const std::u16string& path, int style) {
+    PathFormat() {
+        system.shortNames[u"C:\\Program Files\\"] = u"C:\\PROGRA~1\\";
+        system.folders = {u"C:\\Data\\Sub", u"C:\\Data\\", u"C:\\"};
+    }
+    std::u16string format(const std::u16string& path, int style, const Path& anchor) {
         return Path(path).format(style, anchor, system)->units();
     }
 
     testing::FakePathSystem system;
-    Path anchor{u"C:\\Data\\"};
 };
 
-TEST_F(PathFormat, NativeStyleIsTheTextAsHeld) {
-    EXPECT_EQ(format(u"C:\\Data\\a.txt", 0), u"C:\\Data\\a.txt");
-    EXPECT_EQ(format(u"C:\\Data\\", 0), u"C:\\Data\\") << "no trailing-separator rule";
+TEST_P(PathFormat, GivesTheStylesText) {
+    const FormatCase& c = GetParam();
+    EXPECT_EQ(format(c.path, c.style, Path(u"C:\\Data\\")), c.expected)
+        << ::testing::PrintToString(std::u16string(c.path)) << " in style " << c.style;
 }
+INSTANTIATE_TEST_SUITE_P(EveryStyle, PathFormat, ::testing::ValuesIn(kFormatCases));
 
-TEST_F(PathFormat, UnixStyleDropsTheDrive) {
-    EXPECT_EQ(format(u"C:\\Data\\a.txt", 1), u"/Data/a.txt");
-    EXPECT_EQ(format(u"C:\\Data\\", 1), u"/Data");
-    EXPECT_EQ(format(u"C:\\", 1), u"/");
-    EXPECT_EQ(format(u"C:", 1), u"");
-    EXPECT_EQ(format(u"", 1), u"");
-}
-
-TEST_F(PathFormat, WindowsStyleLosesOneTrailingSeparatorExceptAtTheRoot) {
-    EXPECT_EQ(format(u"C:\\Data\\a.txt", 2), u"C:\\Data\\a.txt");
-    EXPECT_EQ(format(u"C:\\Data\\", 2), u"C:\\Data");
-    EXPECT_EQ(format(u"C:\\Data\\\\", 2), u"C:\\Data\\");
-    EXPECT_EQ(format(u"C:\\", 2), u"C:\\");
-    EXPECT_EQ(format(u"C:\\/", 2), u"C:") << "four characters: both separators go";
-}
-
-TEST_F(PathFormat, UrlStyle) {
-    EXPECT_EQ(format(u"C:\\Data\\a.txt", 4), u"file://C:/Data/a.txt");
-    EXPECT_EQ(format(u"C:\\Data\\", 4), u"file://C:/Data");
-    EXPECT_EQ(format(u"C:\\", 4), u"file://C:");
-}
-
-TEST_F(PathFormat, ShortStyleFallsBackToThePathAsGiven) {
-    system.shortNames[u"C:\\Program Files\\"] = u"C:\\PROGRA~1\\";
-    EXPECT_EQ(format(u"C:\\Program Files\\", 5), u"C:\\PROGRA~1");
-    EXPECT_EQ(format(u"C:\\No Such Folder\\", 5), u"C:\\No Such Folder");
-}
-
-TEST_F(PathFormat, HostStyleMarksFolders) {
-    system.folders = {u"C:\\Data\\Sub", u"C:\\Data\\", u"C:\\"};
-    EXPECT_EQ(format(u"C:\\Data\\a.txt", 7), u"file:/C:/Data/a.txt");
-    EXPECT_EQ(format(u"C:\\Data\\Sub", 7), u"file:/C:/Data/Sub/");
-    EXPECT_EQ(format(u"C:\\Data\\", 7), u"file:/C:/Data/");
-    EXPECT_EQ(format(u"C:\\", 7), u"file:/C:/");
-    EXPECT_EQ(format(u"C:\\Data\\gone\\", 7), u"file:/C:/Data/gone/") << "kept as held";
-}
-
-TEST_F(PathFormat, RelativeStylesInsideTheAnchor) {
-    EXPECT_EQ(format(u"C:\\Data\\a.txt", 16), u"a.txt");
-    EXPECT_EQ(format(u"C:\\Data\\sub\\b.txt", 16), u"sub\\b.txt");
-    EXPECT_EQ(format(u"C:\\Data\\sub\\b.txt", 17), u"sub/b.txt");
-    EXPECT_EQ(format(u"C:\\Data\\sub\\b.txt", 18), u"sub\\b.txt");
-    EXPECT_EQ(format(u"C:\\Data\\sub\\", 18), u"sub");
-    EXPECT_EQ(format(u"c:\\dATA\\A.TXT", 16), u"A.TXT") << "anchor matched without case";
-}
-
-TEST_F(PathFormat, RelativeStylesForTheAnchorItself) {
-    EXPECT_EQ(format(u"C:\\Data\\", 16), u".");
-    EXPECT_EQ(format(u"C:\\Data", 17), u".");
-    const Path anchorWithoutSeparator(u"C:\\Data");
-    EXPECT_EQ(Path(u"C:\\Data\\a.txt").format(16, anchorWithoutSeparator, system)->units(),
-              u"a.txt");
-    EXPECT_EQ(Path(u"C:\\x").format(16, Path(u"C:\\"), system)->units(), u"x");
-}
-
-TEST_F(PathFormat, RelativeStylesOutsideTheAnchorGiveTheFullPath) {
-    EXPECT_EQ(format(u"C:\\Other\\a.txt", 16), u"C:\\Other\\a.txt");
-    EXPECT_EQ(format(u"C:\\Other\\a.txt", 17), u"C:/Other/a.txt");
-    EXPECT_EQ(format(u"C:\\Other\\", 18), u"C:\\Other");
-    EXPECT_EQ(format(u"C:\\Database\\a.txt", 16), u"C:\\Database\\a.txt")
-        << "a sibling sharing the anchor's name as prefix is not inside it";
-    EXPECT_EQ(format(u"C:\\", 16), u"C:\\");
-    const Path noAnchor(Path::kDefaultAnchor);
-    EXPECT_EQ(Path(u"C:\\Data\\a.txt").format(17, noAnchor, system)->units(), u"C:/Data/a.txt");
+TEST_F(PathFormat, AnchorsWithoutSeparatorOrAtTheRootOrAbsent) {
+    EXPECT_EQ(format(u"C:\\Data\\a.txt", 16, Path(u"C:\\Data")), u"a.txt");
+    EXPECT_EQ(format(u"C:\\x", 16, Path(u"C:\\")), u"x");
+    EXPECT_EQ(format(u"C:\\Data\\a.txt", 17, Path(Path::kDefaultAnchor)), u"C:/Data/a.txt");
 }
 
 TEST_F(PathFormat, UnknownStylesAreNativeWithTheTrailingRule) {
     for (int style : {3, 6, 8, 15, 19, 20, 23, 32, -1, 1000}) {
-        EXPECT_EQ(format(u"C:\\Data\\", style), u"C:\\Data") << style;
-        EXPECT_EQ(format(u"C:\\", style), u"C:\\") << style;
+        EXPECT_EQ(format(u"C:\\Data\\", style, Path(u"C:\\Data\\")), u"C:\\Data") << style;
+        EXPECT_EQ(format(u"C:\\", style, Path(u"C:\\Data\\")), u"C:\\") << style;
     }
 }
 
@@ -113,9 +105,6 @@ TEST(CaseFold, UpperCasesTheScriptsOfCommonFileNames) {
     for (char16_t unchanged : {u'0', u'\\', u'÷', u'µ', u'ı', u'ĸ', u'ŉ', u'ς', u'€'}) {
         EXPECT_EQ(SimpleUpperCase(unchanged), unchanged) << int(unchanged);
     }
-}
-
-TEST(CaseFold, ComparesWholeTextsAndPrefixes) {
     EXPECT_TRUE(EqualsIgnoringCase(u"C:\\Données", u"c:\\DONNÉES"));
     EXPECT_FALSE(EqualsIgnoringCase(u"C:\\Data", u"C:\\Dat"));
     EXPECT_TRUE(StartsWithIgnoringCase(u"C:\\ДАННЫЕ\\x", u"c:\\данные\\"));

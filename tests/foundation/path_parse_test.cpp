@@ -13,91 +13,78 @@
 namespace slib {
 namespace {
 
-class PathParse : public ::testing::Test {
+struct ParseCase {
+    const char16_t* text;
+    const char16_t* anchor;
+    const char16_t* expected;
+    const char16_t* canonicalised;  // what reached the system's canonicalisation; null: unchecked
+};
+
+constexpr const char16_t* kUntouched = u"(not canonicalised)";
+
+constexpr const char16_t* kData = u"C:\\Data\\";
+const std::u16string kLongName(300, u'n');
+
+// Absolute forms are taken without canonicalising; rooted ones go to drive C; the URL form loses
+// its prefix, but one slash after "file:" is a relative name. Short forms are expanded (an unknown
+// one is empty). "." is the anchor, "~" the profile (before slash replacement). Leading steps
+// never climb above a drive-rooted anchor; steps inside the name are left to canonicalisation.
+// The backward search for "\" starts at index 1: a UNC base loses all but its first "\".
+const ParseCase kParseCases[] = {
+    {u"C:/Data/a.txt", kData, u"C:\\Data\\a.txt", kUntouched},
+    {u"C:\\Data\\a.txt", kData, u"C:\\Data\\a.txt", kUntouched},
+    {u"D:\\", kData, u"D:\\", kUntouched},
+    {u"C:\\Data\\.\\x", kData, u"C:\\Data\\.\\x", kUntouched},
+    {u"\\Data\\a.txt", kData, u"C:\\Data\\a.txt", nullptr},
+    {u"/Data/a.txt", kData, u"C:\\Data\\a.txt", nullptr},
+    {u"\\", kData, u"C:\\", nullptr},
+    {u"file://C:/x", kData, u"C:\\x", nullptr},
+    {u"file:\\\\C:\\Data\\a b.txt", kData, u"C:\\Data\\a b.txt", nullptr},
+    {u"file:/NoSuchVolume/a.txt", kData, u"C:\\Data\\file:\\NoSuchVolume\\a.txt",
+     u"C:\\Data\\file:\\NoSuchVolume\\a.txt"},
+    {u"fsspec:C:\\PROGRA~1", kData, u"C:\\Program Files", nullptr},
+    {u"fsspec:C:/PROGRA~1", kData, u"C:\\Program Files", nullptr},
+    {u"fsspec:C:\\NOSUCH~1", kData, u"", nullptr},
+    {u".", kData, u"C:\\Data\\", nullptr},
+    {u".", u"C:\\Data", u"C:\\Data", nullptr},
+    {u"~\\Documents", kData, u"C:\\Users\\ada\\Documents", nullptr},
+    {u"~", kData, u"C:\\Users\\ada", nullptr},
+    {u"~/Documents", kData, u"C:\\Users\\ada/Documents", nullptr},
+    {u"a.txt", kData, u"C:\\Data\\a.txt", u"C:\\Data\\a.txt"},
+    {u"sub/b.txt", kData, u"C:\\Data\\sub\\b.txt", u"C:\\Data\\sub\\b.txt"},
+    {u"a.txt", u"C:\\Data", u"C:\\Data\\a.txt", u"C:\\Data\\a.txt"},
+    {u"..\\b.txt", kData, u"C:\\Data\\b.txt", nullptr},
+    {u"../b.txt", kData, u"C:\\Data\\b.txt", nullptr},
+    {u"..\\..\\..\\b.txt", kData, u"C:\\Data\\b.txt", nullptr},
+    {u".\\a.txt", kData, u"C:\\Data\\a.txt", nullptr},
+    {u".\\..\\.\\..\\b.txt", kData, u"C:\\Data\\b.txt", nullptr},
+    {u"sub\\..\\b.txt", kData, u"C:\\Data\\b.txt", u"C:\\Data\\sub\\..\\b.txt"},
+    {u"..\\x", u"\\\\srv\\share\\", u"\\x", nullptr},
+    {u"..\\x", u"\\q\\", u"x", nullptr}};
+
+class PathParse : public ::testing::TestWithParam<ParseCase> {
   protected:
-    std::u16string parse(const std::u16string& text) {
-        return Path::Parse(text, anchor, system)->text();
+    PathParse() {
+        system.longNames[u"C:\\PROGRA~1"] = u"C:\\Program Files";
+        system.canonicalForms[u"C:\\Data\\sub\\..\\b.txt"] = u"C:\\Data\\b.txt";
     }
 
     testing::FakePathSystem system;
-    Path anchor{u"C:\\Data\\"};
 };
 
-TEST_F(PathParse, AbsoluteFormsAreTakenWithoutCanonicalising) {
-    EXPECT_EQ(parse(u"C:/Data/a.txt"), u"C:\\Data\\a.txt");
-    EXPECT_EQ(parse(u"C:\\Data\\a.txt"), u"C:\\Data\\a.txt");
-    EXPECT_EQ(parse(u"D:\\"), u"D:\\");
-    EXPECT_EQ(parse(u"C:\\Data\\.\\x"), u"C:\\Data\\.\\x");
-    EXPECT_EQ(system.lastCanonicalized, std::nullopt);
+TEST_P(PathParse, GivesTheNativePath) {
+    const ParseCase& c = GetParam();
+    EXPECT_EQ(Path::Parse(c.text, Path(c.anchor), system)->text(), c.expected)
+        << ::testing::PrintToString(std::u16string(c.text));
+    if (c.canonicalised != nullptr) {
+        EXPECT_EQ(system.lastCanonicalized.value_or(kUntouched), c.canonicalised);
+    }
 }
-
-TEST_F(PathParse, RootedPathsGoToDriveC) {
-    EXPECT_EQ(parse(u"\\Data\\a.txt"), u"C:\\Data\\a.txt");
-    EXPECT_EQ(parse(u"/Data/a.txt"), u"C:\\Data\\a.txt");
-    EXPECT_EQ(parse(u"\\"), u"C:\\");
-}
-
-TEST_F(PathParse, UrlFormLosesItsPrefix) {
-    EXPECT_EQ(parse(u"file://C:/x"), u"C:\\x");
-    EXPECT_EQ(parse(u"file:\\\\C:\\Data\\a b.txt"), u"C:\\Data\\a b.txt");
-}
-
-TEST_F(PathParse, HostSyntaxWithoutVolumeIsRelative) {
-    // One slash after "file:" is not the URL form: the text is joined like any relative name.
-    EXPECT_EQ(parse(u"file:/NoSuchVolume/a.txt"), u"C:\\Data\\file:\\NoSuchVolume\\a.txt");
-    EXPECT_EQ(system.lastCanonicalized, u"C:\\Data\\file:\\NoSuchVolume\\a.txt");
-}
-
-TEST_F(PathParse, ShortFormIsExpanded) {
-    system.longNames[u"C:\\PROGRA~1"] = u"C:\\Program Files";
-    EXPECT_EQ(parse(u"fsspec:C:\\PROGRA~1"), u"C:\\Program Files");
-    EXPECT_EQ(parse(u"fsspec:C:/PROGRA~1"), u"C:\\Program Files");
-    EXPECT_EQ(parse(u"fsspec:C:\\NOSUCH~1"), u"") << "an unknown short form gives an empty path";
-}
-
-TEST_F(PathParse, DotIsTheAnchorItself) {
-    EXPECT_EQ(parse(u"."), u"C:\\Data\\");
-    EXPECT_EQ(Path::Parse(u".", Path(u"C:\\Data"), system)->text(), u"C:\\Data");
-}
-
-TEST_F(PathParse, TildeIsTheProfileFolder) {
-    EXPECT_EQ(parse(u"~\\Documents"), u"C:\\Users\\ada\\Documents");
-    EXPECT_EQ(parse(u"~"), u"C:\\Users\\ada");
-    // The profile rule comes before slash replacement: the rest is kept as typed.
-    EXPECT_EQ(parse(u"~/Documents"), u"C:\\Users\\ada/Documents");
-}
-
-TEST_F(PathParse, RelativeNamesJoinTheAnchor) {
-    EXPECT_EQ(parse(u"a.txt"), u"C:\\Data\\a.txt");
-    EXPECT_EQ(parse(u"sub/b.txt"), u"C:\\Data\\sub\\b.txt");
-    EXPECT_EQ(Path::Parse(u"a.txt", Path(u"C:\\Data"), system)->text(), u"C:\\Data\\a.txt");
-    EXPECT_EQ(system.lastCanonicalized, u"C:\\Data\\a.txt");
-}
-
-TEST_F(PathParse, LeadingStepsNeverClimbAboveADriveRootedAnchor) {
-    EXPECT_EQ(parse(u"..\\b.txt"), u"C:\\Data\\b.txt");
-    EXPECT_EQ(parse(u"../b.txt"), u"C:\\Data\\b.txt");
-    EXPECT_EQ(parse(u"..\\..\\..\\b.txt"), u"C:\\Data\\b.txt");
-    EXPECT_EQ(parse(u".\\a.txt"), u"C:\\Data\\a.txt");
-    EXPECT_EQ(parse(u".\\..\\.\\..\\b.txt"), u"C:\\Data\\b.txt");
-}
-
-TEST_F(PathParse, StepsInsideTheNameAreLeftToCanonicalisation) {
-    system.canonicalForms[u"C:\\Data\\sub\\..\\b.txt"] = u"C:\\Data\\b.txt";
-    EXPECT_EQ(parse(u"sub\\..\\b.txt"), u"C:\\Data\\b.txt");
-    EXPECT_EQ(system.lastCanonicalized, u"C:\\Data\\sub\\..\\b.txt");
-}
-
-TEST_F(PathParse, ParentStepCutsOnlyWithinTheFirstTwoCharacters) {
-    // The backward search for "\" starts at index 1, so a UNC base loses all but its first "\".
-    EXPECT_EQ(Path::Parse(u"..\\x", Path(u"\\\\srv\\share\\"), system)->text(), u"\\x");
-    EXPECT_EQ(Path::Parse(u"..\\x", Path(u"\\q\\"), system)->text(), u"x");
-}
+INSTANTIATE_TEST_SUITE_P(EveryForm, PathParse, ::testing::ValuesIn(kParseCases));
 
 TEST_F(PathParse, TooLongToCanonicaliseIsKeptWhole) {
-    const std::u16string longName(300, u'n');
-    system.uncanonicalisable.insert(u"C:\\Data\\" + longName);
-    EXPECT_EQ(parse(longName), u"C:\\Data\\" + longName);
+    system.uncanonicalisable.insert(u"C:\\Data\\" + kLongName);
+    EXPECT_EQ(Path::Parse(kLongName, Path(kData), system)->text(), u"C:\\Data\\" + kLongName);
 }
 
 TEST_F(PathParse, RelativeWithoutAnchorIsRefused) {
@@ -117,7 +104,7 @@ TEST_F(PathParse, RelativeWithoutAnchorIsRefused) {
     EXPECT_EQ(Path::Parse(u"~", noAnchor, system)->text(), u"C:\\Users\\ada");
 }
 
-TEST_F(PathParse, TextIsHeldVerbatimWhenConstructedDirectly) {
+TEST(PathText, IsHeldVerbatimWhenConstructedDirectly) {
     EXPECT_EQ(Path(u"any/thing").text(), u"any/thing");
     EXPECT_EQ(Path(u"C:\\x").description()->units(), u"C:\\x");
 }

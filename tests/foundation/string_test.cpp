@@ -12,53 +12,46 @@ namespace slib {
 namespace {
 
 TEST(UtfConversion, RoundTripsEveryPlane) {
-    const std::string utf8 = "a\xC3\xA9\xE2\x82\xAC\xF0\x9F\x98\x80z";  // a é € 😀 z
-    const std::u16string utf16 = u"a\u00E9\u20AC\U0001F600z";
-    EXPECT_EQ(Utf8ToUtf16(utf8), utf16);
-    EXPECT_EQ(Utf16ToUtf8(utf16), utf8);
-    EXPECT_EQ(Utf8ToUtf16(""), u"");
-    EXPECT_EQ(Utf16ToUtf8(u""), "");
-    EXPECT_EQ(Utf8ToUtf16(std::string("a\0b", 3)), std::u16string(u"a\0b", 3));
+    const std::pair<std::string, std::u16string> rows[] = {
+        {"a\xC3\xA9\xE2\x82\xAC\xF0\x9F\x98\x80z", u"a\u00E9\u20AC\U0001F600z"},  // a é € 😀 z
+        {"", u""},
+        {std::string("a\0b", 3), std::u16string(u"a\0b", 3)}};
+    for (const auto& [utf8, utf16] : rows) {
+        EXPECT_EQ(Utf8ToUtf16(utf8), utf16);
+        EXPECT_EQ(Utf16ToUtf8(utf16), utf8);
+    }
 }
 
-TEST(UtfConversion, MalformedUtf8BecomesReplacementCharacters) {
-    EXPECT_EQ(Utf8ToUtf16("\x80"), u"\uFFFD");  // stray continuation byte
-    EXPECT_EQ(Utf8ToUtf16("\xFF"
-                          "a"),
-              u"\uFFFDa");                          // impossible lead byte
-    EXPECT_EQ(Utf8ToUtf16("\xE2\x82"), u"\uFFFD");  // truncated at the end
-    EXPECT_EQ(Utf8ToUtf16("\xE2\x82"
-                          "A"),
-              u"\uFFFDA");                                  // truncated, next char kept
-    EXPECT_EQ(Utf8ToUtf16("\xC0\xAF"), u"\uFFFD");          // overlong "/"
-    EXPECT_EQ(Utf8ToUtf16("\xED\xA0\x80"), u"\uFFFD");      // encoded surrogate
-    EXPECT_EQ(Utf8ToUtf16("\xF4\x90\x80\x80"), u"\uFFFD");  // beyond U+10FFFF
-}
-
-TEST(UtfConversion, UnpairedSurrogatesBecomeReplacementCharacters) {
+TEST(UtfConversion, MalformedInputBecomesReplacementCharacters) {
+    const std::pair<const char*, const char16_t*> utf8[] = {
+        {"\x80", u"\uFFFD"},               // stray continuation byte
+        {"\xFF\x61", u"\uFFFDa"},          // impossible lead byte
+        {"\xE2\x82", u"\uFFFD"},           // truncated at the end
+        {"\xE2\x82\x41", u"\uFFFDA"},      // truncated, next char kept
+        {"\xC0\xAF", u"\uFFFD"},           // overlong "/"
+        {"\xED\xA0\x80", u"\uFFFD"},       // encoded surrogate
+        {"\xF4\x90\x80\x80", u"\uFFFD"}};  // beyond U+10FFFF
+    for (const auto& [input, expected] : utf8) {
+        EXPECT_EQ(Utf8ToUtf16(input), expected);
+    }
     const std::string replacement = "\xEF\xBF\xBD";
-    EXPECT_EQ(Utf16ToUtf8(std::u16string(1, char16_t(0xD83D))), replacement);
-    EXPECT_EQ(Utf16ToUtf8(std::u16string(1, char16_t(0xDE00))), replacement);
-    EXPECT_EQ(Utf16ToUtf8(std::u16string{char16_t(0xD83D), u'x'}), replacement + "x");
-    EXPECT_EQ(Utf16ToUtf8(std::u16string{char16_t(0xDE00), char16_t(0xD83D)}),
-              replacement + replacement);
+    const std::pair<std::u16string, std::string> utf16[] = {
+        {std::u16string(1, char16_t(0xD83D)), replacement},
+        {std::u16string(1, char16_t(0xDE00)), replacement},
+        {std::u16string{char16_t(0xD83D), u'x'}, replacement + "x"},
+        {std::u16string{char16_t(0xDE00), char16_t(0xD83D)}, replacement + replacement}};
+    for (const auto& [input, expected] : utf16) {
+        EXPECT_EQ(Utf16ToUtf8(input), expected);
+    }
 }
 
-TEST(String, ConvertsFromAndToUtf8) {
-    const std::shared_ptr<String> text = String::FromUtf8(
-        "Gr\xC3\xBC\xC3\x9F"
-        "e");
+TEST(String, ConvertsAndDescribesItselfWithoutCopyingWhenShared) {
+    const std::shared_ptr<String> text = String::FromUtf8("Gr\xC3\xBC\xC3\x9F\x65");
     EXPECT_EQ(text->units(), u"Grüße");
     EXPECT_EQ(text->size(), 5u);
-    EXPECT_EQ(text->toUtf8(),
-              "Gr\xC3\xBC\xC3\x9F"
-              "e");
+    EXPECT_EQ(text->toUtf8(), "Gr\xC3\xBC\xC3\x9F\x65");
     EXPECT_TRUE(String().empty());
-}
-
-TEST(String, DescribesItselfWithoutCopyingWhenShared) {
-    const std::shared_ptr<String> shared = std::make_shared<String>(u"C:\\Data");
-    EXPECT_EQ(shared->description(), shared);
+    EXPECT_EQ(text->description(), text);
 
     const String onStack(u"loose");
     const std::shared_ptr<const String> copy = onStack.description();
@@ -71,6 +64,8 @@ TEST(AttributedString, HoldsTextAndOptionalTraits) {
     const AttributedString plain(u"plain");
     EXPECT_TRUE(plain.attributes().empty());
     EXPECT_EQ(plain.units(), u"plain");
+    EXPECT_TRUE(AttributedString().empty());
+    EXPECT_TRUE(AttributedString().attributes().empty());
 
     TextAttributes attributes;
     attributes.size = 12;
@@ -83,14 +78,7 @@ TEST(AttributedString, HoldsTextAndOptionalTraits) {
     EXPECT_EQ(*styled->attributes().size, 12);
     EXPECT_EQ(*styled->attributes().color, Color(255, 0, 0, 255));
     EXPECT_EQ(*styled->attributes().face, 0x0100);
-    // Still a string: it describes itself as one.
-    EXPECT_EQ(styled->description(), styled);
-}
-
-TEST(AttributedString, EmptyTextHasNoAttributes) {
-    const AttributedString empty;
-    EXPECT_TRUE(empty.empty());
-    EXPECT_TRUE(empty.attributes().empty());
+    EXPECT_EQ(styled->description(), styled) << "still a string that describes itself as one";
 }
 
 #ifdef _WIN32

@@ -2,7 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <cmath>
 #include <cstdint>
 #include <limits>
 #include <string>
@@ -86,16 +85,13 @@ TEST(Data, HoldsBytes) {
     EXPECT_EQ(Data(nullptr, 5).size(), 0u);
 }
 
-TEST(Color, ComparesAndDescribesAllFourChannels) {
+TEST(Color, ComparesAndDescribesAllFourChannelsAndFontsByName) {
     const Color color(10, 11, 12);
     EXPECT_EQ(color.alpha(), 255);
     EXPECT_EQ(color.description()->units(), u"#0A0B0CFF");
     EXPECT_NE(color, Color(10, 11, 12, 254));
     EXPECT_NE(color, Color(10, 11, 13));
     EXPECT_EQ(color, Color(10, 11, 12, 255));
-}
-
-TEST(Font, IsDescribedByItsName) {
     EXPECT_EQ(Font(u"Segoe UI").description()->units(), u"Segoe UI");
 }
 

@@ -10,11 +10,9 @@ namespace {
 
 using vftest::Evaluate;
 
-struct Case {
-    const char16_t* call;
-    int code;
-    const char* message;
-};
+constexpr const char* kFewer = "Not enough parameters";
+constexpr const char* kPath = "Path parameter must be text";
+constexpr const char* kLater = "Not implemented in this build";
 
 class ArgumentChecks : public ::testing::Test {
   protected:
@@ -23,91 +21,58 @@ class ArgumentChecks : public ::testing::Test {
         ASSERT_TRUE(plugin_->Enabled());
     }
 
-    void Check(const Case& c) {
-        SCOPED_TRACE(vftest::Utf8(c.call));
+    // Every call must report `code` and `message` in its result and both globals.
+    void Check(std::initializer_list<const char16_t*> calls, int code, const char* message) {
+        for (const char16_t* call : calls) {
+            CheckOne(call, std::to_string(code), message);
+        }
+    }
+    void CheckOne(const char16_t* call, const std::string& code, const char* message) {
+        SCOPED_TRACE(vftest::Utf8(call));
         // Reset the globals so that a call that reports nothing cannot pass on an old report.
         ASSERT_EQ(
             Evaluate(u"Let ( [ $$VFile_LastError = \"\" ; $$VFile_LastErrorMessage = \"\" ] ; 1 )")
                 .error,
             0);
-        const vftest::TypedValue result = Evaluate(c.call);
+        const vftest::TypedValue result = Evaluate(call);
         ASSERT_EQ(result.error, 0);
-        EXPECT_EQ(result.text, std::to_string(c.code));
-        EXPECT_EQ(Evaluate(u"$$VFile_LastError").text, std::to_string(c.code));
-        EXPECT_EQ(Evaluate(u"$$VFile_LastErrorMessage").text, c.message);
+        EXPECT_EQ(result.text, code);
+        EXPECT_EQ(Evaluate(u"$$VFile_LastError").text, code);
+        EXPECT_EQ(Evaluate(u"$$VFile_LastErrorMessage").text, message);
     }
 
     fmhost::driver::Host host_;
     fmhost::driver::Plugin* plugin_ = nullptr;
 };
 
-constexpr const char* kFewer = "Not enough parameters";
-constexpr const char* kPath = "Path parameter must be text";
-constexpr const char* kLater = "Not implemented in this build";
-
 TEST_F(ArgumentChecks, TooFewArguments) {
-    const Case cases[] = {
-        {u"VFile_New()", -50, kFewer},
-        {u"VFile_Delete()", -50, kFewer},
-        {u"VFile_Copy( \"a\" )", -50, kFewer},
-        {u"VFile_Move( \"a\" )", -50, kFewer},
-        {u"VFile_Choose()", -50, kFewer},
-        {u"VFile_Read()", -50, kFewer},
-        {u"VFile_Write( \"a\" )", -50, kFewer},
-        {u"VFile_Get()", -50, kFewer},
-        {u"VFile_Set( \"owner\" )", -50, kFewer},
-        {u"VFile_Unmount()", -50, kFewer},
-        {u"VFile_Open()", -50, kFewer},
-        {u"VFile_Convert( \"a\" )", -50, kFewer},
-        {u"VFile_Compress( \"a\" )", -50, kFewer},
-        {u"VFile_DeCompress( \"a\" )", -50, kFewer},
-        {u"VFile_Mount()", -50, "No URL to mount"},
-    };
-    for (const Case& c : cases)
-        Check(c);
+    Check({u"VFile_New()", u"VFile_Delete()", u"VFile_Copy( \"a\" )", u"VFile_Move( \"a\" )",
+           u"VFile_Choose()", u"VFile_Read()", u"VFile_Write( \"a\" )", u"VFile_Get()",
+           u"VFile_Set( \"owner\" )", u"VFile_Unmount()", u"VFile_Open()",
+           u"VFile_Convert( \"a\" )", u"VFile_Compress( \"a\" )", u"VFile_DeCompress( \"a\" )"},
+          -50, kFewer);
+    Check({u"VFile_Mount()"}, -50, "No URL to mount");
 }
 
+// Item selectors of VFile_Get and VFile_Set take a path as argument 1.
 TEST_F(ArgumentChecks, PathArgumentsMustBeTextAndAreCheckedInOrder) {
-    const Case cases[] = {
-        {u"VFile_New( 1 )", -50, kPath},
-        {u"VFile_Delete( Date ( 1 ; 2 ; 2020 ) )", -50, kPath},
-        {u"VFile_Copy( 1 ; \"b\" )", -50, kPath},
-        {u"VFile_Copy( \"a\" ; 2 )", -50, kPath},
-        {u"VFile_Move( \"a\" ; 2 )", -50, kPath},
-        {u"VFile_Read( 1 )", -50, kPath},
-        {u"VFile_Write( 1 ; \"data\" )", -50, kPath},
-        {u"VFile_Open( 1 )", -50, kPath},
-        {u"VFile_Open( \"a\" ; 5 )", -50, kPath},
-        {u"VFile_Open( \"a\" ; \"b\" ; \"c\" )", -50, "Too many parameters"},
-        {u"VFile_Open( 1 ; \"b\" ; \"c\" )", -50, kPath},
-        {u"VFile_Convert( \"a\" ; 2 )", -50, kPath},
-        {u"VFile_Reveal( 1 )", -50, kPath},
-        {u"VFile_Compress( \"a\" ; 2 )", -50, kPath},
-        {u"VFile_DeCompress( 1 ; \"b\" )", -50, kPath},
-        {u"VFile_Run( 1 )", -50, kPath},
-        // Item selectors of VFile_Get and VFile_Set take a path as argument 1.
-        {u"VFile_Get( \"size\" )", -50, kPath},
-        {u"VFile_Get( \"size\" ; 3 )", -50, kPath},
-        {u"VFile_Set( \"owner\" ; 3 ; \"x\" )", -50, kPath},
-    };
-    for (const Case& c : cases)
-        Check(c);
+    Check({u"VFile_New( 1 )", u"VFile_Delete( Date ( 1 ; 2 ; 2020 ) )", u"VFile_Copy( 1 ; \"b\" )",
+           u"VFile_Copy( \"a\" ; 2 )", u"VFile_Move( \"a\" ; 2 )", u"VFile_Read( 1 )",
+           u"VFile_Write( 1 ; \"data\" )", u"VFile_Open( 1 )", u"VFile_Open( \"a\" ; 5 )",
+           u"VFile_Open( 1 ; \"b\" ; \"c\" )", u"VFile_Convert( \"a\" ; 2 )", u"VFile_Reveal( 1 )",
+           u"VFile_Compress( \"a\" ; 2 )", u"VFile_DeCompress( 1 ; \"b\" )", u"VFile_Run( 1 )",
+           u"VFile_Get( \"size\" )", u"VFile_Get( \"size\" ; 3 )",
+           u"VFile_Set( \"owner\" ; 3 ; \"x\" )"},
+          -50, kPath);
+    Check({u"VFile_Open( \"a\" ; \"b\" ; \"c\" )"}, -50, "Too many parameters");
 }
 
 TEST_F(ArgumentChecks, OperationsNotInThisBuildSaySo) {
-    const Case cases[] = {
-        {u"VFile_Choose( \"file\" )", -4, kLater},
-        {u"VFile_Read( \"a\" )", -4, kLater},
-        {u"VFile_Write( \"a\" ; 5 )", -4, kLater},
-        {u"VFile_Get( \"size\" ; \"a\" )", -4, kLater},
-        {u"VFile_Get( \"type\" ; 5 )", -4, kLater},
-        {u"VFile_Set( \"rotate\" ; 5 )", -4, kLater},
-        {u"VFile_Convert( \"a\" ; \"b\" )", -4, kLater},
-        {u"VFile_Compress( \"a\" ; \"b\" )", -4, kLater},
-        {u"VFile_DeCompress( \"a\" ; \"b\" )", -4, kLater},
-    };
-    for (const Case& c : cases)
-        Check(c);
+    Check({u"VFile_Choose( \"file\" )", u"VFile_Read( \"a\" )", u"VFile_Write( \"a\" ; 5 )",
+           u"VFile_Get( \"size\" ; \"a\" )", u"VFile_Get( \"type\" ; 5 )",
+           u"VFile_Set( \"rotate\" ; 5 )", u"VFile_Convert( \"a\" ; \"b\" )",
+           u"VFile_Compress( \"a\" ; \"b\" )", u"VFile_DeCompress( \"a\" ; \"b\" )"},
+          -4, kLater);
 }
 
 }  // namespace

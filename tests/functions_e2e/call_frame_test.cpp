@@ -66,15 +66,10 @@ TEST_F(CallFrame, VersionInEveryFormat) {
     ExpectGlobals("No Error Message", "No Error Message");
 }
 
-TEST_F(CallFrame, RegisterAcceptsAnyCode) {
+TEST_F(CallFrame, RegisterAcceptsAnyCodeAndLastErrorSelectorsIgnoreCase) {
     const TypedValue result = Evaluate(u"VFile_Register( \"ABCD-1234\" )");
     EXPECT_EQ(result.type, kNumber);
     EXPECT_EQ(result.text, "0");
-}
-
-TEST_F(CallFrame, LastErrorReadsNoErrorMessageBeforeAnyFailure) {
-    ExpectGlobals("No Error Message", "No Error Message");
-    // The selectors are matched without regard to case.
     EXPECT_EQ(Evaluate(u"VFile_Get( \"LASTERROR\" )").text, "No Error Message");
 }
 
@@ -90,32 +85,30 @@ TEST_F(CallFrame, FailureSetsResultAndGlobalsAndSuccessLeavesThem) {
     ExpectGlobals("-50", "Path parameter must be text");
 }
 
-TEST_F(CallFrame, InjectedHostMemoryFailureIsReportedAs2400) {
-    // The first host call inside each function call fails; the report itself runs on later calls.
-    host_.FailCall(1, 1, kFmhostFaultEachFunctionCall);
-    ExpectFailure(u"VFile_Delete( \"a.txt\" )", 2400, "bad allocation");
-}
-
-TEST_F(CallFrame, InjectedUnknownHostFailureIsReportedAs2400WithItsText) {
-    host_.FailCall(1, 2, kFmhostFaultEachFunctionCall);
-    ExpectFailure(u"VFile_Delete( \"a.txt\" )", 2400, "std::exception");
-}
-
-TEST_F(CallFrame, FailureWhileReportingFailsTheCalculationInsteadOfCrashing) {
-    // VFile_Delete makes: argument count, then the -50 result (FixPt, SetAsNumber, ...). Failing
-    // the second call hits the report itself; nothing can be reported, so the host gets an error.
-    host_.FailCall(2, 1, kFmhostFaultEachFunctionCall);
-    const TypedValue result = Evaluate(u"VFile_Delete()");
-    EXPECT_NE(result.error, 0);
-    host_.FailCall(0, 0, kFmhostFaultEachFunctionCall);
-    ExpectGlobals("No Error Message", "No Error Message");
-}
-
-TEST_F(CallFrame, VersionHasNoFailureReport) {
-    host_.FailCall(1, 1, kFmhostFaultEachFunctionCall);
-    EXPECT_NE(Evaluate(u"VFile_Version( \"long\" )").error, 0);
-    host_.FailCall(0, 0, kFmhostFaultEachFunctionCall);
-    ExpectGlobals("No Error Message", "No Error Message");
+TEST_F(CallFrame, InjectedHostFailuresAreReportedAs2400OrFailTheCalculation) {
+    // The n-th host call inside each function call fails with the slot code. VFile_Delete makes:
+    // argument count, then the -50 result (FixPt, SetAsNumber, ...): failing the second call hits
+    // the report itself, so nothing can be reported and the host gets an error. VFile_Version has
+    // no failure report at all.
+    const struct {
+        uint32_t call;
+        int32_t slotCode;
+        const char16_t* function;
+        const char* message;  // null: the calculation fails, the globals stay untouched
+    } cases[] = {{1, 1, u"VFile_Delete( \"a.txt\" )", "bad allocation"},
+                 {1, 2, u"VFile_Delete( \"a.txt\" )", "std::exception"},
+                 {2, 1, u"VFile_Delete()", nullptr},
+                 {1, 1, u"VFile_Version( \"long\" )", nullptr}};
+    for (const auto& c : cases) {
+        host_.FailCall(c.call, c.slotCode, kFmhostFaultEachFunctionCall);
+        if (c.message != nullptr) {
+            ExpectFailure(c.function, 2400, c.message);
+            continue;
+        }
+        EXPECT_NE(Evaluate(c.function).error, 0) << vftest::Utf8(c.function);
+        host_.FailCall(0, 0, kFmhostFaultEachFunctionCall);
+        ExpectGlobals("2400", "std::exception");  // still the second row's report
+    }
 }
 
 TEST_F(CallFrame, HostEnforcesOnlyTheBoundsOfRevealAndRun) {

@@ -11,27 +11,10 @@
 namespace {
 
 using vf::test::ProcessResult;
-using vf::test::RunFmhost;
 
 ProcessResult RunWithPlugin(std::vector<std::string> args) {
     args.insert(args.begin(), {"--plugin", vf::test::BesideTest("Vantafile.fmx64")});
-    return RunFmhost(args);
-}
-
-// The verbose report's register and unregister lines, shortened to "+7" and "-6".
-std::vector<std::string> RegistrationCalls(const std::string& err) {
-    std::vector<std::string> calls;
-    std::istringstream lines(err);
-    for (std::string line; std::getline(lines, line);) {
-        for (const char* kind : {"  register QrvF ", "  unregister QrvF "}) {
-            const size_t at = line.find(kind);
-            if (at != std::string::npos) {
-                const std::string rest = line.substr(at + std::string(kind).size());
-                calls.push_back((kind[2] == 'r' ? "+" : "-") + rest.substr(0, rest.find(' ')));
-            }
-        }
-    }
-    return calls;
+    return vf::test::RunFmhost(args);
 }
 
 std::vector<std::string> Lines(const std::string& text) {
@@ -42,19 +25,32 @@ std::vector<std::string> Lines(const std::string& text) {
     return lines;
 }
 
+// The verbose report's register and unregister lines as signed ids: "+7" and "-6".
+std::string RegistrationCalls(const std::string& err) {
+    std::string calls;
+    for (const std::string& line : Lines(err)) {
+        for (const std::string kind : {"  register QrvF ", "  unregister QrvF "}) {
+            const size_t at = line.find(kind);
+            if (at != std::string::npos) {
+                const std::string rest = line.substr(at + kind.size());
+                calls += (kind[2] == 'r' ? " +" : " -") + rest.substr(0, rest.find(' '));
+            }
+        }
+    }
+    return calls;
+}
+
 TEST(FmhostCli, FailedRegistrationIsUnwoundAndShutdownWithdrawsAll) {
     ProcessResult run = RunWithPlugin({"--verbose", "--fail-register", "7:1", "-e", "1"});
     EXPECT_NE(run.err.find("answered -2"), std::string::npos) << run.err;
-    EXPECT_EQ(RegistrationCalls(run.err),
-              (std::vector<std::string>{"+1", "+2", "+3", "+4", "+5", "+6", "+7", "-6", "-5", "-4",
-                                        "-3", "-2", "-1"}));
+    EXPECT_EQ(RegistrationCalls(run.err), " +1 +2 +3 +4 +5 +6 +7 -6 -5 -4 -3 -2 -1");
 
     run = RunWithPlugin({"--verbose", "-e", "VFile_Version()"});
-    std::vector<std::string> expected;
+    std::string expected;
     for (int id = 1; id <= 19; ++id)
-        expected.push_back("+" + std::to_string(id));
+        expected += " +" + std::to_string(id);
     for (int id = 19; id >= 1; --id)
-        expected.push_back("-" + std::to_string(id));
+        expected += " -" + std::to_string(id);
     EXPECT_EQ(RegistrationCalls(run.err), expected);
     EXPECT_EQ(run.out, "3.0\n");
 }

@@ -1,7 +1,5 @@
 #include "items_fixture.h"
 
-#include <windows.h>
-
 namespace items_test {
 
 std::u16string Quoted(const std::u16string& text) {
@@ -23,17 +21,10 @@ std::string Failed(int code, const std::string& message) {
     return std::to_string(code) + " | " + std::to_string(code) + " | " + message;
 }
 
-std::u16string BesideTest(const std::u16string& name) {
-    wchar_t self[MAX_PATH];
-    const DWORD length = GetModuleFileNameW(nullptr, self, MAX_PATH);
-    const std::u16string program = slib::test::FromWide(self).substr(0, length);
-    return program.substr(0, program.rfind(u'\\') + 1) + name;
-}
-
 void ItemsTest::SetUp() {
     ScratchTest::SetUp();
     ASSERT_TRUE(host_.SetFile(kFmhostFileLocal, Wide(path(u"Solution.fmp12"))));
-    ASSERT_TRUE(host_.LoadPlugin(Wide(BesideTest(u"Vantafile.fmx64"))).Enabled());
+    ASSERT_TRUE(host_.LoadPlugin(Wide(BesideProgram(u"Vantafile.fmx64"))).Enabled());
 }
 
 std::string ItemsTest::evaluate(const std::u16string& calculation) {

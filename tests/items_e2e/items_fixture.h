@@ -2,6 +2,7 @@
 // that holds the calculating database (so relative paths land in it) and a freshly loaded plug-in.
 #pragma once
 
+#include <map>
 #include <string>
 
 #include "file_manager/scratch_folder.h"
@@ -9,8 +10,11 @@
 
 namespace items_test {
 
+using slib::test::BesideProgram;
 using slib::test::Narrow;
+using slib::test::Quote;
 using slib::test::Wide;
+using Tree = std::map<std::u16string, std::string>;
 
 // A text constant of the calculation language holding `text` exactly.
 std::u16string Quoted(const std::u16string& text);
@@ -31,8 +35,5 @@ class ItemsTest : public slib::test::ScratchTest {
 
     fmhost::driver::Host host_;
 };
-
-// The Windows path of a file built beside the test program.
-std::u16string BesideTest(const std::u16string& name);
 
 }  // namespace items_test

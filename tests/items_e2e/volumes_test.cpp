@@ -56,10 +56,6 @@ TEST_F(Volumes, MountReadsItsArgumentsByCountAndReportsARefusal) {
     EXPECT_FALSE(slib::FileManager().isMountedVolume(slib::String(local)));
 }
 
-TEST_F(Volumes, MountNeedsAUrl) {
-    EXPECT_EQ(call(u"VFile_Mount()"), Failed(-50, "No URL to mount"));
-}
-
 TEST_F(Volumes, MountAnswersTheLocalPathThatUnmountTakes) {
     const std::string mounted = evaluate(u"VFile_Mount( " + Quoted(kShareUrl) + u" )");
     if (mounted.size() != 3 || mounted[1] != ':') {
@@ -81,7 +77,6 @@ TEST_F(Volumes, UnmountOfALetterWithoutConnectionIsReported) {
     const std::string refused = Failed(Reported(direct), "Error unmounting volume");
     EXPECT_EQ(call(u"VFile_Unmount( " + Quoted(local) + u" )"), refused);
     EXPECT_EQ(call(u"VFile_Unmount( " + Quoted(local + u"\\") + u" )"), refused);
-    EXPECT_EQ(call(u"VFile_Unmount()"), Failed(-50, "Not enough parameters"));
 }
 
 }  // namespace

@@ -1,9 +1,11 @@
 // The call frame itself, run with bodies that fail in every way a handler can.
 #include <gtest/gtest.h>
 
+#include <iterator>
 #include <stdexcept>
 #include <string>
 #include <thread>
+#include <vector>
 
 #include "foundation/exception.h"
 #include "host_test_support.h"
@@ -21,6 +23,8 @@ using fmlib::ZeroCode;
 constexpr FramePolicy kStores{1, Licence::kChecked, ZeroCode::kStored};
 constexpr FramePolicy kLeaves{1, Licence::kChecked, ZeroCode::kLeftAlone};
 
+using Outcome = std::vector<std::string>;  // result, $$VFile_LastError, $$VFile_LastErrorMessage
+
 class CallFrameUnit : public ::testing::Test {
   protected:
     void SetUp() override {
@@ -33,75 +37,49 @@ class CallFrameUnit : public ::testing::Test {
     FmxErrcode Run(const FramePolicy& policy, Body body) {
         return fmlib::RunInCallFrame(policy, {4, host_.env(), *args_, *result_}, body);
     }
-
-    std::string Result() { return host_.Print(*result_); }
-    std::string Code() { return host_.Print("$$VFile_LastError"); }
-    std::string Message() { return host_.Print("$$VFile_LastErrorMessage"); }
+    // Runs `body` in a frame that must answer 0 to the host, and reads what it left behind.
+    template <typename Body>
+    Outcome After(const FramePolicy& policy, Body body) {
+        EXPECT_EQ(Run(policy, [&](const FunctionCall&) { body(); }), 0);
+        return {host_.Print(*result_), host_.Print("$$VFile_LastError"),
+                host_.Print("$$VFile_LastErrorMessage")};
+    }
 
     shelltest::HostFixture host_;
     shelltest::DataVectPtr args_;
     fmlib::DataPtr result_;
 };
 
-TEST_F(CallFrameUnit, SuccessTouchesNeitherResultNorGlobals) {
-    EXPECT_EQ(Run(kStores, [](const FunctionCall&) {}), 0);
-    EXPECT_EQ(Result(), "untouched");
-    EXPECT_EQ(Code(), "");
-    EXPECT_EQ(Message(), "");
-}
-
-TEST_F(CallFrameUnit, FoundationCodesAreFilteredToTheReportableSet) {
+TEST_F(CallFrameUnit, ReportsEachKindOfFailureAndSuccessTouchesNothing) {
+    constexpr FramePolicy kTwo{2, Licence::kChecked, ZeroCode::kLeftAlone};
     const struct {
-        int32_t thrown;
-        const char* reported;
-    } cases[] = {{-43, "-43"},   {-1303, "-1303"}, {-120, "2400"}, {-3200, "2400"},
-                 {65486, "-50"}, {2400, "2400"},   {1, "2400"}};
-    for (const auto& c : cases) {
-        EXPECT_EQ(Run(kLeaves, [&](const FunctionCall&) { slib::Throw(c.thrown, "it failed"); }),
-                  0);
-        EXPECT_EQ(Result(), c.reported) << c.thrown;
-        EXPECT_EQ(Code(), c.reported) << c.thrown;
-        EXPECT_EQ(Message(), "it failed") << c.thrown;
+        FramePolicy policy;
+        void (*body)();
+        Outcome outcome;
+    } cases[] = {
+        {kStores, [] {}, {"untouched", "", ""}},
+        {kLeaves, [] { slib::Throw(0, "zero left"); }, {"untouched", "0", "zero left"}},
+        {kStores, [] { slib::Throw(0, "zero stored"); }, {"0", "0", "zero stored"}},
+        {kLeaves, [] { throw std::runtime_error("on fire"); }, {"2400", "2400", "on fire"}},
+        {kLeaves, [] { throw 42; }, {"2400", "2400", "Unknown fatal error occured"}},
+        // Checked before the body, which would otherwise report its own failure.
+        {kTwo, [] { slib::Throw(-43, "body ran"); }, {"-50", "-50", "Not enough parameters"}},
+        // The Let expression is malformed, so the globals keep the earlier failure.
+        {kLeaves, [] { slib::Throw(-48, "a \"b\""); }, {"-48", "-50", "Not enough parameters"}}};
+    for (size_t i = 0; i < std::size(cases); ++i) {
+        EXPECT_EQ(After(cases[i].policy, cases[i].body), cases[i].outcome) << "case " << i;
     }
 }
 
-TEST_F(CallFrameUnit, CodeZeroSetsTheResultOnlyWhenThePolicySaysSo) {
-    EXPECT_EQ(Run(kLeaves, [](const FunctionCall&) { slib::Throw(0, "zero left"); }), 0);
-    EXPECT_EQ(Result(), "untouched");
-    EXPECT_EQ(Code(), "0");
-    EXPECT_EQ(Message(), "zero left");
-    EXPECT_EQ(Run(kStores, [](const FunctionCall&) { slib::Throw(0, "zero stored"); }), 0);
-    EXPECT_EQ(Result(), "0");
-    EXPECT_EQ(Message(), "zero stored");
-}
-
-TEST_F(CallFrameUnit, OtherFailuresAre2400) {
-    EXPECT_EQ(Run(kLeaves, [](const FunctionCall&) { throw std::runtime_error("disk on fire"); }),
-              0);
-    EXPECT_EQ(Result(), "2400");
-    EXPECT_EQ(Message(), "disk on fire");
-    EXPECT_EQ(Run(kLeaves, [](const FunctionCall&) { throw 42; }), 0);
-    EXPECT_EQ(Result(), "2400");
-    EXPECT_EQ(Code(), "2400");
-    EXPECT_EQ(Message(), "Unknown fatal error occured");
-}
-
-TEST_F(CallFrameUnit, MinimumArgumentsAreCheckedBeforeTheBody) {
-    bool ran = false;
-    constexpr FramePolicy kTwo{2, Licence::kChecked, ZeroCode::kLeftAlone};
-    EXPECT_EQ(Run(kTwo, [&](const FunctionCall&) { ran = true; }), 0);
-    EXPECT_FALSE(ran);
-    EXPECT_EQ(Result(), "-50");
-    EXPECT_EQ(Message(), "Not enough parameters");
-}
-
-TEST_F(CallFrameUnit, AMessageWithAQuoteStillReportsTheCode) {
-    Run(kLeaves, [](const FunctionCall&) { slib::Throw(-43, "first"); });
-    EXPECT_EQ(Run(kLeaves, [](const FunctionCall&) { slib::Throw(-48, "a \"quoted\" name"); }), 0);
-    EXPECT_EQ(Result(), "-48");
-    // The Let expression is malformed, so the globals keep the earlier failure.
-    EXPECT_EQ(Code(), "-43");
-    EXPECT_EQ(Message(), "first");
+TEST_F(CallFrameUnit, FoundationCodesAreFilteredToTheReportableSet) {
+    const std::pair<int32_t, const char*> cases[] = {
+        {-43, "-43"},   {-1303, "-1303"}, {-120, "2400"}, {-3200, "2400"},
+        {65486, "-50"}, {2400, "2400"},   {1, "2400"}};
+    for (const auto& c : cases) {
+        EXPECT_EQ(After(kLeaves, [&] { slib::Throw(c.first, "it failed"); }),
+                  (Outcome{c.second, c.second, "it failed"}))
+            << c.first;
+    }
 }
 
 TEST_F(CallFrameUnit, ReentryOnTheSameThreadIsRefusedNotDeadlocked) {
@@ -122,8 +100,8 @@ TEST_F(CallFrameUnit, BareFrameReportsNothing) {
     EXPECT_EQ(fmlib::RunInBareFrame({1, host_.env(), *args_, *result_},
                                     [](const FunctionCall&) { slib::Throw(-50, "lost"); }),
               fmlib::kUnreportedFailure);
-    EXPECT_EQ(Result(), "untouched");
-    EXPECT_EQ(Code(), "");
+    EXPECT_EQ(host_.Print(*result_), "untouched");
+    EXPECT_EQ(host_.Print("$$VFile_LastError"), "");
 }
 
 }  // namespace

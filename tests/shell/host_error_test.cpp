@@ -76,11 +76,10 @@ TEST_F(HostCallTest, OtherFailureBecomesAPlainStandardException) {
 }
 
 TEST(ThrowIfHostFailed, OnlyCodesOneAndTwoRaise) {
+    // Codes 1 and 2 are proven through HostCall above.
     for (int32_t code : {0, 3, -1, 1000}) {
         EXPECT_NO_THROW(fmlib::ThrowIfHostFailed(FmxErr{kFmxErrSlotVersion, code})) << code;
     }
-    EXPECT_THROW(fmlib::ThrowIfHostFailed(FmxErr{kFmxErrSlotVersion, 1}), std::bad_alloc);
-    EXPECT_THROW(fmlib::ThrowIfHostFailed(FmxErr{kFmxErrSlotVersion, 2}), std::exception);
 }
 
 }  // namespace

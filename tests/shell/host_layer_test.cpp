@@ -22,8 +22,7 @@ const char* const kItemKinds[] = {"file", "folder", "new", "files", "folders"};
 class HostLayer : public ::testing::Test {
   protected:
     int32_t Lookup(const std::u16string& text) {
-        fmlib::TextPtr host = fmlib::MakeText(text);
-        return fmlib::LookupKeyword(*host, kItemKinds);
+        return fmlib::LookupKeyword(*fmlib::MakeText(text), kItemKinds);
     }
 
     // The code and message of the slib::Exception `call` raises; {0, ""} when none.
@@ -41,18 +40,15 @@ class HostLayer : public ::testing::Test {
 };
 
 TEST_F(HostLayer, KeywordsMatchWithoutRegardToCase) {
-    EXPECT_EQ(Lookup(u"file"), 0);
-    EXPECT_EQ(Lookup(u"FOLDER"), 1);
-    EXPECT_EQ(Lookup(u"Files"), 3);
-    EXPECT_EQ(Lookup(u"folders"), 4);
-    EXPECT_EQ(Lookup(u"folderx"), -1);
-    EXPECT_EQ(Lookup(u"fold"), -1);
-    EXPECT_EQ(Lookup(u" file"), -1);
-    EXPECT_EQ(Lookup(u""), -1);
+    const std::pair<const char16_t*, int32_t> cases[] = {
+        {u"file", 0},     {u"FOLDER", 1}, {u"Files", 3},  {u"folders", 4},
+        {u"folderx", -1}, {u"fold", -1},  {u" file", -1}, {u"", -1}};
+    for (const auto& [text, index] : cases) {
+        EXPECT_EQ(Lookup(text), index);
+    }
     // The first keyword that matches wins.
     const char* const repeated[] = {"a", "B", "b"};
-    fmlib::TextPtr text = fmlib::MakeText(u"b");
-    EXPECT_EQ(fmlib::LookupKeyword(*text, repeated), 1);
+    EXPECT_EQ(fmlib::LookupKeyword(*fmlib::MakeText(u"b"), repeated), 1);
     // The argument itself is not changed by the lookup.
     fmlib::TextPtr upper = fmlib::MakeText(u"FILE");
     fmlib::LookupKeyword(*upper, kItemKinds);
