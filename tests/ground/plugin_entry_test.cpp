@@ -12,7 +12,7 @@
 namespace {
 
 class PluginEntry : public ::testing::Test {
-protected:
+  protected:
     void SetUp() override {
         module_ = LoadLibraryW(L"Vantafile.fmx64");
         ASSERT_NE(module_, nullptr) << "LoadLibrary failed: " << GetLastError();
@@ -57,7 +57,8 @@ TEST_F(PluginEntry, NameAndDescriptionComeFromTheStringTable) {
     std::wstring name = GetString(fmx::kStrName);
     EXPECT_EQ(std::wstring(name.c_str()), L"Quorvel Vantafile Plug-In");
     std::wstring description = GetString(fmx::kStrPreferences);
-    EXPECT_EQ(std::wstring(description.c_str()).rfind(L"This plug-in adds file management abilities.\n", 0),
+    EXPECT_EQ(std::wstring(description.c_str())
+                  .rfind(L"This plug-in adds file management abilities.\n", 0),
               0u);
 }
 

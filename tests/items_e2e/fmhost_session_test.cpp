@@ -16,8 +16,7 @@ class FmhostSession : public slib::test::ScratchTest {
         const std::u16string script = path(u"session.fmcalc");
         std::ofstream(Wide(script), std::ios::binary) << calculations;
         return vf::test::RunFmhost({"--plugin", vf::test::BesideTest("Vantafile.fmx64"), "--file",
-                                    Narrow(path(u"Solution.fmp12")), "--script",
-                                    Narrow(script)});
+                                    Narrow(path(u"Solution.fmp12")), "--script", Narrow(script)});
     }
 };
 
