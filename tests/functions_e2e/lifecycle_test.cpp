@@ -1,9 +1,13 @@
 // Loading, initialising and unloading the shipped plug-in through the emulated host.
+#include <windows.h>
+
 #include <gtest/gtest.h>
 
 #include <string>
 #include <vector>
 
+#include "fmx_constants.h"
+#include "fmx_record.h"
 #include "plugin_harness.h"
 
 namespace {
@@ -159,6 +163,42 @@ TEST(Lifecycle, AnswersTheStringQueries) {
     EXPECT_NE(description.find(u"\nVersion 3.0"), std::u16string::npos);
     // The options decline idle messages: the host does not send them.
     EXPECT_FALSE(plugin.SendIdle(0));
+}
+
+// Messages the emulated host never sends on its own (it honours the options string), given
+// straight to the entry point of the loaded module.
+TEST(Lifecycle, IdleIsIgnoredAndARepeatedShutdownStillWithdrawsEverything) {
+    Host host;
+    auto& plugin = host.LoadPlugin(vftest::ShippedPlugin());
+    ASSERT_TRUE(plugin.Enabled());
+    // Our own reference keeps the module loaded after the host lets go of it.
+    HMODULE module = LoadLibraryW(vftest::ShippedPlugin().c_str());
+    ASSERT_NE(module, nullptr);
+    const auto proc = reinterpret_cast<FmxExternCallProcFn>(
+        reinterpret_cast<void*>(GetProcAddress(module, "FMExternCallProc")));
+    ASSERT_NE(proc, nullptr);
+    FmxExternCallRecord record{};
+    record.extnVersion = 77;
+    record.unusedID = -1;
+    record.entryPoint = proc;
+    record.instanceID = reinterpret_cast<uint64_t>(module);
+    const auto send = [&](uint8_t message) {
+        record.whichCall = message;
+        record.result = 0x5A5A5A5A;
+        proc(&record);
+        return record.result;
+    };
+
+    host.ClearRegistrationLog();
+    EXPECT_EQ(send(fmx::kMsgIdle), 0x5A5A5A5Au) << "idle must not touch the result";
+    EXPECT_TRUE(host.RegistrationLog().empty());
+    EXPECT_EQ(host.Functions().size(), 19u);
+
+    plugin.Unload();
+    host.ClearRegistrationLog();
+    send(fmx::kMsgShutdown);
+    EXPECT_EQ(Calls(host), Ids(-19, -1)) << "nothing was registered, and all ids are withdrawn";
+    FreeLibrary(module);
 }
 
 }  // namespace
