@@ -1,7 +1,11 @@
 #include "bridge/path_context.h"
 
+#include <utility>
+
 #include "bridge/anchor.h"
 #include "bridge/resolve_path.h"
+#include "foundation/error_codes.h"
+#include "foundation/exception.h"
 #include "shell/arguments.h"
 #include "shell/host_data.h"
 
@@ -16,7 +20,13 @@ const slib::Path& PathContext::anchor() {
 
 slib::String PathContext::pathArgument(const FmxDataVect& args, uint32_t index) {
     fmlib::RequireTextParameter(args, index);
-    return slib::String(ResolvePath(anchor(), fmlib::DataVectAtAsText(args, index))->text());
+    std::u16string resolved = ResolvePath(anchor(), fmlib::DataVectAtAsText(args, index))->text();
+    // An "fsspec:" form that names nothing resolves to an empty path. Handed to the shell, that
+    // would mean the current folder: a copy there replaces a same-named file without asking.
+    if (resolved.empty()) {
+        slib::Throw(slib::kItemNotFound, "Empty string is not valid path");
+    }
+    return slib::String(std::move(resolved));
 }
 
 }  // namespace bridge

@@ -19,7 +19,9 @@ class PathContext {
     const slib::Path& anchor();
 
     // Argument `index` checked to be text (-50 "Path parameter must be text"), then resolved
-    // against the anchor: the check comes before the host is asked for the anchor.
+    // against the anchor: the check comes before the host is asked for the anchor. A path that
+    // resolves to nothing (an "fsspec:" form naming no item) is refused: -43 "Empty string is
+    // not valid path".
     slib::String pathArgument(const FmxDataVect& args, uint32_t index);
 
   private:

@@ -96,6 +96,10 @@ TEST_F(Items, RefusalsReportCodeAndMessageAndChangeNothing) {
         {uR"(VFile_Copy( "missing" ; "Q:\\nowhere\\x" ))", -43, noSource},
         {uR"(VFile_Copy( "a.txt" ))", -50, tooFew},
         {uR"(VFile_Copy( "a.txt" ; 2 ))", -50, notText},
+        // A short form naming nothing resolves to no path: never the current folder.
+        {uR"(VFile_Copy( "a.txt" ; "fsspec:C:\no\such\x" ))", -43,
+         "Empty string is not valid path"},
+        {uR"(VFile_Delete( "fsspec:C:\no\such\x" ))", -43, "Empty string is not valid path"},
         // The folder already holds a file of the source's name.
         {uR"(VFile_Move( "a.txt" ; "folder" ))", -48, exists},
         {uR"(VFile_Move( "missing" ; "elsewhere" ))", -43, noSource},
