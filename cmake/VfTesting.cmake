@@ -27,6 +27,9 @@ function(vf_add_test name)
     target_link_libraries(${name} PRIVATE ${T_LIBS} GTest::gmock GTest::gtest_main)
     vf_target_defaults(${name})
     add_test(NAME ${name} COMMAND ${name} --gtest_brief=1)
+    # A safety net, not a speed check: a Wine process that keeps the output pipe open must fail
+    # the run rather than hold it until CI's own limit.
+    set_tests_properties(${name} PROPERTIES TIMEOUT 600)
     if(T_LABELS)
         set_tests_properties(${name} PROPERTIES LABELS "${T_LABELS}")
     endif()
