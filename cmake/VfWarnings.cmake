@@ -18,8 +18,8 @@ function(vf_target_defaults target)
     target_include_directories(${target} PUBLIC ${PROJECT_SOURCE_DIR}/src)
 endfunction()
 
-# vf_component(name KIND sources...): a library of the plug-in that may still be empty while the
-# tree grows; an empty one becomes an interface library so that links to it stay valid.
+# vf_component(name KIND sources...): a library of the plug-in whose folder may still be empty
+# (the zip code has not landed); an empty one becomes an interface library so links stay valid.
 function(vf_component name kind)
     if(ARGN)
         add_library(${name} ${kind} ${ARGN})
