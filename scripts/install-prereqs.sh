@@ -9,6 +9,7 @@ packages=(
     libz-mingw-w64-dev
     wine wine64 xvfb
     googletest
+    ccache
 )
 
 missing=()

@@ -1,9 +1,7 @@
 // VFile_Get( selector { ; path } { ; parameter } ): the last error, facts about a value, or an
-// attribute or path form of an item. Only the last-error selectors are implemented in this
-// build; the others fail with -4 after their argument checks.
+// attribute or path form of an item.
+#include "functions/get_selectors.h"
 #include "functions/handlers.h"
-#include "functions/not_implemented.h"
-#include "shell/call_frame.h"
 #include "shell/host_data.h"
 #include "shell/keyword_lookup.h"
 #include "shell/last_error.h"
@@ -14,26 +12,29 @@ namespace {
 const char* const kOwnSelectors[] = {"lastError",     "lastErrorMessage", "type",
                                      "picture-width", "picture-height",   "analyze-container",
                                      "picture-pixels"};
-enum OwnSelector { kLastError = 0, kLastErrorMessage = 1 };
 
 void Get(const fmlib::FunctionCall& call) {
     const int32_t selector =
         fmlib::LookupKeyword(fmlib::DataVectAtAsText(call.args, 0), kOwnSelectors);
     switch (selector) {
-        case kLastError:
+        case functions::kGetLastError:
             fmlib::EvaluateInto(fmlib::kReadLastErrorExpression, call.env, call.result);
             return;
-        case kLastErrorMessage:
+        case functions::kGetLastErrorMessage:
             fmlib::EvaluateInto(fmlib::kReadLastErrorMessageExpression, call.env, call.result);
             return;
-        case -1:
-            // An item selector: the path argument is checked before anything else happens.
+        case functions::kGetPicturePixels:
             licensing::CheckLicence();
-            fmlib::RequireTextParameter(call.args, 1);
-            functions::ThrowNotImplemented();
+            functions::GetPicturePixels(call);
+            return;
+        case -1:
+            licensing::CheckLicence();
+            functions::GetItemAttribute(call);
+            return;
         default:
             licensing::CheckLicence();
-            functions::ThrowNotImplemented();
+            functions::GetValueFact(call, static_cast<functions::GetOwnSelector>(selector));
+            return;
     }
 }
 

@@ -9,7 +9,6 @@
 
 namespace slib {
 
-using file_manager_detail::UniqueHandle;
 using file_manager_detail::Wide;
 
 void FileManager::createDirectory(const String& path) const {
@@ -19,7 +18,7 @@ void FileManager::createDirectory(const String& path) const {
 }
 
 void FileManager::createFile(const String& path, bool overwrite) const {
-    const UniqueHandle file(CreateFileW(
+    const UniqueFileHandle file(CreateFileW(
         Wide(WithLongPathPrefix(path.units())), GENERIC_READ | GENERIC_WRITE, 0, nullptr,
         overwrite ? CREATE_ALWAYS : CREATE_NEW, FILE_ATTRIBUTE_NORMAL, nullptr));
     if (!file.valid()) {

@@ -8,7 +8,6 @@
 
 namespace slib {
 
-using file_manager_detail::FindHandle;
 using file_manager_detail::Wide;
 
 namespace {
@@ -40,7 +39,7 @@ uint64_t FileManager::getFolderSize(const String& path) const {
         folder += u'\\';
     }
     WIN32_FIND_DATAW entry;
-    const FindHandle search(FindFirstFileW(Wide(folder + u"*"), &entry));
+    const UniqueFindHandle search(FindFirstFileW(Wide(folder + u"*"), &entry));
     if (!search.valid()) {
         return 0;  // empty, unreadable or missing: nothing to count
     }

@@ -15,7 +15,6 @@
 namespace slib {
 
 using file_manager_detail::ComScope;
-using file_manager_detail::ItemIdList;
 using file_manager_detail::Wide;
 
 void FileManager::openFile(const String& path) const {
@@ -36,8 +35,8 @@ void FileManager::revealItem(const String& path) const {
         separator == std::u16string::npos ? std::u16string() : item.substr(0, separator);
 
     const ComScope com;
-    const ItemIdList parentList(ILCreateFromPathW(Wide(parent)));
-    const ItemIdList itemList(ILCreateFromPathW(path.wide()));
+    const UniqueItemIdList parentList(ILCreateFromPathW(Wide(parent)));
+    const UniqueItemIdList itemList(ILCreateFromPathW(path.wide()));
     // A path the shell cannot name gives no list; the reveal fails as the shell itself would
     // refuse a missing folder.
     if (parentList.get() == nullptr || itemList.get() == nullptr) {

@@ -12,8 +12,6 @@
 
 namespace slib {
 
-using file_manager_detail::UniqueHandle;
-
 namespace {
 
 // Starts `commandLine` with the caller's environment and folder; false when it cannot start.

@@ -1,0 +1,29 @@
+#pragma once
+// The system resource kinds the plug-in owns, each an slib::UniqueResource. New kinds join here
+// (GDI+ objects, security descriptors, windows, ...) rather than as classes of their own.
+
+// windows.h first: the other system headers build on its types.
+#include <windows.h>
+
+#include <shlobj.h>
+
+#include "foundation/unique_resource.h"
+
+namespace slib {
+
+inline HANDLE InvalidHandleValue() {
+    return INVALID_HANDLE_VALUE;
+}
+
+// A kernel handle whose failure value is null (processes, threads, events, ...).
+using UniqueHandle = UniqueResource<HANDLE, &CloseHandle>;
+// A handle from CreateFileW, whose failure value is INVALID_HANDLE_VALUE.
+using UniqueFileHandle = UniqueResource<HANDLE, &CloseHandle, &InvalidHandleValue>;
+// A search started by FindFirstFileW.
+using UniqueFindHandle = UniqueResource<HANDLE, &FindClose, &InvalidHandleValue>;
+// A shell item identifier list (ILCreateFromPathW, SHBrowseForFolderW, ...).
+using UniqueItemIdList = UniqueResource<PIDLIST_ABSOLUTE, &ILFree>;
+// Memory the system allocated with LocalAlloc for us (security descriptors, FormatMessage, ...).
+using UniqueLocalMemory = UniqueResource<HLOCAL, &LocalFree>;
+
+}  // namespace slib
