@@ -25,5 +25,7 @@ using UniqueFindHandle = UniqueResource<HANDLE, &FindClose, &InvalidHandleValue>
 using UniqueItemIdList = UniqueResource<PIDLIST_ABSOLUTE, &ILFree>;
 // Memory the system allocated with LocalAlloc for us (security descriptors, FormatMessage, ...).
 using UniqueLocalMemory = UniqueResource<HLOCAL, &LocalFree>;
+// A window this thread created (it must also be destroyed on this thread).
+using UniqueWindow = UniqueResource<HWND, &DestroyWindow>;
 
 }  // namespace slib
