@@ -38,6 +38,29 @@ const wchar_t* WideOrNull(const std::shared_ptr<const String>& text) {
     return text ? text->wide() : nullptr;
 }
 
+// The dialogs move the process's current folder to wherever the user went. Relative paths of a
+// calculation without a database start from that folder, so it is put back after each dialog.
+class CurrentFolderKept {
+  public:
+    CurrentFolderKept() {
+        const DWORD length = GetCurrentDirectoryW(0, nullptr);
+        folder_.resize(length);
+        if (length == 0 || GetCurrentDirectoryW(length, folder_.data()) == 0) {
+            folder_.clear();
+        }
+    }
+    ~CurrentFolderKept() {
+        if (!folder_.empty()) {
+            SetCurrentDirectoryW(folder_.data());
+        }
+    }
+    CurrentFolderKept(const CurrentFolderKept&) = delete;
+    CurrentFolderKept& operator=(const CurrentFolderKept&) = delete;
+
+  private:
+    std::vector<wchar_t> folder_;
+};
+
 // One dialog run: the record and the buffers it points into live together.
 class FileDialog {
   public:
@@ -63,6 +86,7 @@ class FileDialog {
 
     template <typename Show>
     ChosenPaths run(Show show) {
+        const CurrentFolderKept kept;
         if (!show(&record_)) {
             // No extended error means the user closed the dialog.
             return CommDlgExtendedError() == 0 ? CancelledChoice() : ChosenPaths();
@@ -115,10 +139,10 @@ std::shared_ptr<const String> FileManager::buildAllowedFilesFilter(
     return std::make_shared<const String>(AllowedFilesFilter(units));
 }
 
-ChosenPaths FileManager::choose(int32_t kindPosition, bool several,
-                                const std::shared_ptr<const String>& folder,
-                                const std::shared_ptr<const String>& title,
-                                const std::vector<std::shared_ptr<const String>>& extensions) const {
+ChosenPaths FileManager::choose(
+    int32_t kindPosition, bool several, const std::shared_ptr<const String>& folder,
+    const std::shared_ptr<const String>& title,
+    const std::vector<std::shared_ptr<const String>>& extensions) const {
     switch (kindPosition) {
         case CreateKind::kFile:
             return chooseFiles(several, folder, title,

@@ -109,14 +109,17 @@ class FileManager : public Object {
     // filter text with "|" separators (buildAllowedFilesFilter).
     std::vector<std::shared_ptr<const String>> chooseFiles(
         bool several, const std::shared_ptr<const String>& folder,
-        const std::shared_ptr<const String>& title, const std::shared_ptr<const String>& filter) const;
+        const std::shared_ptr<const String>& title,
+        const std::shared_ptr<const String>& filter) const;
     // The folder browser, opened on `folder`; "Choose Directory..." when no title. A chosen item
     // with no file-system path (a virtual folder) gives no paths.
     std::vector<std::shared_ptr<const String>> chooseFolder(
-        const std::shared_ptr<const String>& folder, const std::shared_ptr<const String>& title) const;
+        const std::shared_ptr<const String>& folder,
+        const std::shared_ptr<const String>& title) const;
     // The save dialog: any name may be typed, and an existing file is not asked about.
     std::vector<std::shared_ptr<const String>> chooseSaveFile(
-        const std::shared_ptr<const String>& folder, const std::shared_ptr<const String>& title) const;
+        const std::shared_ptr<const String>& folder,
+        const std::shared_ptr<const String>& title) const;
     // "Allowed files:|*.txt;*.csv|" for {"txt", "csv"}.
     std::shared_ptr<const String> buildAllowedFilesFilter(
         const std::vector<std::shared_ptr<const String>>& extensions) const;
