@@ -10,6 +10,7 @@ packages=(
     wine wine64 xvfb
     googletest
     ccache
+    xdotool  # types into the chooser dialogs of the end-to-end tests on the test display
 )
 
 missing=()
