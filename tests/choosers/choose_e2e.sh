@@ -101,6 +101,7 @@ no_display() {
 for kind in file files new folder folders; do
     no_display "VFile_Choose( \"$kind\" )" "2400|No interactive desktop to show the dialog on"
 done
+no_display 'VFile_Choose' "-50|Not enough parameters"
 no_display 'VFile_Choose( "chair" )' "-50|Wrong parameter"
 no_display 'VFile_Choose( "file" ; "title" ; "t" ; "colour" ; "red" )' "-50|Unknown option: colour"
 no_display 'VFile_Choose( "file" ; "folder" ; 5 )' "-50|Path parameter must be text"
