@@ -75,12 +75,15 @@ class FileDialog {
         record_.nMaxFileTitle = kNameCapacity;
         record_.lpstrInitialDir = WideOrNull(folder);
         record_.lpstrTitle = WideOrNull(title);
+        record_.nFilterIndex = 1;
     }
+    // The record points into the object itself.
+    FileDialog(const FileDialog&) = delete;
+    FileDialog& operator=(const FileDialog&) = delete;
 
     void setFilter(const std::u16string& filter) {
         filter_ = DialogFilterBuffer(filter);
         record_.lpstrFilter = Wide(filter_);
-        record_.nFilterIndex = 1;
     }
     void setFlags(DWORD flags) { record_.Flags = flags; }
 
