@@ -63,8 +63,8 @@ ok=$'\nNo Error Message'
 run Open "VFile_Choose( \"files\" ; \"extensions\" ; \"txt\" ; \"folder\" ; \"$dir\" )" \
     'type:"b.txt" "c.txt" "a.txt"' key:Return
 expect "three files typed" "$dir\\b.txt|$dir\\c.txt|$dir\\a.txt$ok"
-# Everything the list shows, first to last: the filter leaves d.csv out.
-run Open "VFile_Choose( \"files\" ; \"extensions\" ; \".TXT\" ; \"folder\" ; \"$dir\" )" \
+# Everything the list shows, first to last: the filter leaves d.csv out. The title is the caption.
+run "Pick the texts" "VFile_Choose( \"files\" ; \"extensions\" ; \".TXT\" ; \"folder\" ; \"$dir\" ; \"TITLE\" ; \"Pick the texts\" )" \
     "click:300 200" "key:Home shift+End Return"
 expect "all listed" "$dir\\a.txt|$dir\\b.txt|$dir\\c.txt$ok"
 # The process's current folder, where relative paths start without a database, stays put.
