@@ -6,6 +6,7 @@
 
 #include <gmock/gmock.h>
 
+#include "foundation/windows/unique_handles.h"
 #include "items_e2e/items_fixture.h"
 
 namespace items_test {
@@ -50,6 +51,16 @@ class Attributes : public ItemsTest {
 };
 
 TEST_F(Attributes, EverySelectorOnAFileAFolderAndAMissingItem) {
+    {
+        // 5 GB without the disk space: sizes are 64-bit on the way to the host.
+        const slib::UniqueFileHandle big(CreateFileW(Wide(path(u"folder\\big.bin")), GENERIC_WRITE,
+                                                     0, nullptr, CREATE_NEW, FILE_ATTRIBUTE_NORMAL,
+                                                     nullptr));
+        LARGE_INTEGER end;
+        end.QuadPart = 5000000000;
+        ASSERT_TRUE(SetFilePointerEx(big.get(), end, nullptr, FILE_BEGIN));
+        ASSERT_TRUE(SetEndOfFile(big.get()));
+    }
     ASSERT_EQ(
         evaluate(
             uR"(VFile_Set( "modified" ; "a.txt" ; Timestamp ( Date ( 7 ; 1 ; 2021 ) ; Time ( 12 ; 0 ; 0 ) ) ))"),
@@ -69,8 +80,8 @@ TEST_F(Attributes, EverySelectorOnAFileAFolderAndAMissingItem) {
         {"created", kTimestamp, kTimestamp, "-43 | -43 | Cannot get item attributes"},
         {"Modified", "7/1/2021 12:00:00 | 0 | 0", kTimestamp,
          "-43 | -43 | Cannot get item attributes"},
-        {"size", "5 | 0 | 0", "3 | 0 | 0", "-43 | -43 | Cannot get item size"},
-        {"data-size", "5 | 0 | 0", "3 | 0 | 0", "-43 | -43 | Cannot get item size"},
+        {"size", "5 | 0 | 0", "5000000003 | 0 | 0", "-43 | -43 | Cannot get item size"},
+        {"data-size", "5 | 0 | 0", "5000000003 | 0 | 0", "-43 | -43 | Cannot get item size"},
         {"resource-size", "0 | 0 | 0", "0 | 0 | 0", "0 | 0 | 0"},
         {"available-space", "~\\d+ \\| 0 \\| 0", "~\\d+ \\| 0 \\| 0",
          "-43 | -43 | Cannot get free disk space"},
