@@ -11,88 +11,62 @@ using Kind = AccessEntry::Kind;
 const SidBytes kUser{1, 5, 0, 0, 0, 0, 0, 5, 21, 0, 0, 0, 0xe8, 3, 0, 0};
 const SidBytes kOther{1, 5, 0, 0, 0, 0, 0, 5, 21, 0, 0, 0, 0xe9, 3, 0, 0};
 constexpr uint32_t kFullControl = 0x001F01FF;  // FILE_ALL_ACCESS
-constexpr uint32_t kReadExecute = 0x001200A9;  // FILE_GENERIC_READ | FILE_GENERIC_EXECUTE
+constexpr uint32_t kRead = AccessRight::kRead, kWrite = AccessRight::kWrite;
+constexpr uint32_t kExecute = AccessRight::kExecute;
 
-TEST(AccessRights, BitsMapToExactlyTheThreeChosenRights) {
-    const struct {
-        uint32_t mask;
-        uint32_t rights;
-    } cases[] = {
+TEST(AccessRights, BitsStandForExactlyTheThreeChosenRights) {
+    const uint32_t cases[][2] = {
         {0, 0},
-        {AccessRight::kRead, 4},
-        {AccessRight::kWrite, 2},
-        {AccessRight::kExecute, 1},
-        {AccessRight::kRead | AccessRight::kWrite | AccessRight::kExecute, 7},
-        // Full control holds READ_CONTROL and WRITE_OWNER but not the GENERIC_EXECUTE bit.
+        {kRead, 4},
+        {kWrite, 2},
+        {kExecute, 1},
+        {kRead | kWrite | kExecute, 7},
+        // Full control holds READ_CONTROL and WRITE_OWNER, not the GENERIC_EXECUTE bit; the
+        // file data rights (read, write, execute) count for nothing.
         {kFullControl, 6},
-        // The file read and execute rights are not what "read" and "execute" stand for.
-        {kReadExecute, 4},
-        {0x00000001 | 0x00000002 | 0x00000020, 0},  // FILE_READ_DATA, WRITE_DATA, EXECUTE
-    };
+        {0x00000001 | 0x00000002 | 0x00000020, 0}};
     for (const auto& c : cases) {
-        EXPECT_EQ(RightsFromAccessMask(c.mask), c.rights) << std::hex << c.mask;
+        EXPECT_EQ(RightsFromAccessMask(c[0]), c[1]) << std::hex << c[0];
+        EXPECT_EQ(RightsFromAccessMask(AccessMaskAddingRights(0, c[1])), c[1]);
+        EXPECT_EQ(AccessMaskAddingRights(c[0], 0), c[0]) << "a clear bit removes nothing";
     }
+    EXPECT_EQ(AccessMaskAddingRights(kWrite | 0x1, 4), kRead | kWrite | 0x1);
 }
 
-TEST(AccessRights, AddingRightsNeverRemovesAny) {
-    EXPECT_EQ(AccessMaskAddingRights(0, 7),
-              AccessRight::kRead | AccessRight::kWrite | AccessRight::kExecute);
-    EXPECT_EQ(AccessMaskAddingRights(kFullControl, 0), kFullControl);
-    EXPECT_EQ(AccessMaskAddingRights(kReadExecute, 1), kReadExecute | AccessRight::kExecute);
-    EXPECT_EQ(AccessMaskAddingRights(AccessRight::kWrite, 4),
-              AccessRight::kWrite | AccessRight::kRead);
-    // Bits beyond the three are not rights.
-    EXPECT_EQ(AccessMaskAddingRights(0, 8), 0u);
-}
-
-TEST(AccessRights, EvaluatesEntriesInOrderForTheTrusteesSids) {
-    const uint32_t read = AccessRight::kRead;
-    const uint32_t write = AccessRight::kWrite;
-    const uint32_t execute = AccessRight::kExecute;
+TEST(AccessRights, EntriesCountInOrderForTheTrusteesSids) {
     const SidBytes& everyone = EveryoneSid();
     const struct {
         const char* name;
         std::vector<AccessEntry> entries;
-        uint32_t expected;
+        uint32_t forUser, forEveryone;
     } cases[] = {
-        {"empty ACL grants nothing", {}, 0},
-        {"allowed entries add up",
-         {{Kind::kAllowed, read, false, kUser}, {Kind::kAllowed, write, false, everyone}},
-         read | write},
+        {"nothing granted", {}, 0, 0},
+        {"grants add up",
+         {{Kind::kAllowed, kRead, false, kUser}, {Kind::kAllowed, kWrite, false, everyone}},
+         kRead | kWrite,
+         kWrite},
         {"an earlier deny wins",
-         {{Kind::kDenied, write, false, kUser}, {Kind::kAllowed, read | write, false, kUser}},
-         read},
-        {"a later deny cannot take back what was granted",
-         {{Kind::kAllowed, read | write, false, kUser}, {Kind::kDenied, write, false, everyone}},
-         read | write},
-        {"a deny through Everyone applies to the user",
-         {{Kind::kDenied, execute, false, everyone},
-          {Kind::kAllowed, read | execute, false, kUser}},
-         read},
-        {"other accounts do not count",
-         {{Kind::kAllowed, kFullControl, false, kOther}, {Kind::kAllowed, read, false, kUser}},
-         read},
-        {"inherit-only entries do not apply to the item",
-         {{Kind::kAllowed, write, true, kUser},
-          {Kind::kDenied, read, true, kUser},
-          {Kind::kAllowed, read, false, kUser}},
-         read},
-        {"other entry kinds grant and deny nothing",
-         {{Kind::kOther, write, false, kUser}, {Kind::kAllowed, read, false, kUser}},
-         read},
+         {{Kind::kDenied, kWrite, false, everyone}, {Kind::kAllowed, kRead | kWrite, false, kUser}},
+         kRead,
+         0},
+        {"a later deny takes nothing back",
+         {{Kind::kAllowed, kRead | kWrite, false, kUser}, {Kind::kDenied, kWrite, false, kUser}},
+         kRead | kWrite,
+         0},
+        {"other accounts, inherit-only and other kinds do not count",
+         {{Kind::kAllowed, kFullControl, false, kOther},
+          {Kind::kAllowed, kWrite, true, kUser},
+          {Kind::kDenied, kRead, true, everyone},
+          {Kind::kOther, kWrite, false, kUser},
+          {Kind::kAllowed, kRead, false, everyone}},
+         kRead,
+         kRead},
     };
     for (const auto& c : cases) {
-        EXPECT_EQ(EffectiveAccessMask(c.entries, {kUser, everyone}), c.expected) << c.name;
+        EXPECT_EQ(EffectiveAccessMask(c.entries, {kUser, everyone}), c.forUser) << c.name;
+        EXPECT_EQ(EffectiveAccessMask(c.entries, {everyone}), c.forEveryone) << c.name;
     }
-}
-
-TEST(AccessRights, EveryoneAloneSeesOnlyEveryoneEntries) {
-    const std::vector<AccessEntry> entries{
-        {Kind::kAllowed, kFullControl, false, kUser},
-        {Kind::kAllowed, kReadExecute, false, EveryoneSid()},
-    };
-    EXPECT_EQ(EffectiveAccessMask(entries, {EveryoneSid()}), kReadExecute);
-    EXPECT_EQ(EveryoneSid(), (SidBytes{1, 1, 0, 0, 0, 0, 0, 1, 0, 0, 0, 0}));
+    EXPECT_EQ(everyone, (SidBytes{1, 1, 0, 0, 0, 0, 0, 1, 0, 0, 0, 0}));  // S-1-1-0
 }
 
 }  // namespace

@@ -36,17 +36,6 @@ class BerlinDates : public ItemsTest {
                  utc.wDay, utc.wHour, utc.wMinute, utc.wSecond, utc.wMilliseconds);
         return text;
     }
-
-    void setUtcModified(const std::u16string& relative, WORD year, WORD month, WORD day,
-                        WORD hour) const {
-        const SYSTEMTIME utc{year, month, 0, day, hour, 0, 0, 0};
-        FILETIME time;
-        ASSERT_TRUE(SystemTimeToFileTime(&utc, &time));
-        const slib::UniqueFileHandle file(CreateFileW(Wide(path(relative)), GENERIC_WRITE, 0,
-                                                      nullptr, OPEN_EXISTING, 0, nullptr));
-        ASSERT_TRUE(file.valid());
-        ASSERT_TRUE(SetFileTime(file.get(), nullptr, nullptr, &time));
-    }
 };
 
 TEST_F(BerlinDates, SummerAndWinterDatesEachTakeTheirOwnOffset) {
@@ -74,12 +63,6 @@ TEST_F(BerlinDates, SummerAndWinterDatesEachTakeTheirOwnOffset) {
         EXPECT_EQ(utcModified(c.file), c.utc) << c.shown;
         EXPECT_EQ(evaluate(u"VFile_Get( \"modified\" ; " + file + u" )"), c.shown);
     }
-
-    // Written from outside in UTC, read back as Berlin wall-clock time.
-    setUtcModified(u"summer.txt", 2022, 8, 15, 22);
-    setUtcModified(u"winter.txt", 2022, 12, 31, 23);
-    EXPECT_EQ(evaluate(uR"(VFile_Get( "modified" ; "summer.txt" ))"), "8/16/2022 0:00:00");
-    EXPECT_EQ(evaluate(uR"(VFile_Get( "modified" ; "winter.txt" ))"), "1/1/2023 0:00:00");
 }
 
 }  // namespace

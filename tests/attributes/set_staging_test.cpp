@@ -81,30 +81,18 @@ TEST_F(SetStaging, ConvertStagesTheSizesGivenAndRotateAddsTheTurn) {
 }
 
 TEST_F(SetStaging, RightsWordsAreFoundAnywhereInAnyCase) {
-    const struct {
-        const char16_t* text;
-        uint32_t rights;
-    } cases[] = {
-        {u"read, write", 6},
-        {u"none", 0},
-        {u"", 0},
-        {u"EXECUTE", 1},
-        {u"Read|Write|Execute", 7},
-        {u"readwrite", 6},
-        {u"write-protected", 2},
-        {u"rea d", 0},
-    };
-    for (const auto& c : cases) {
-        EXPECT_EQ(bridge::RightsFromWords(*fmlib::MakeText(c.text)), c.rights)
-            << slib::String(c.text).toUtf8();
+    const std::pair<const char16_t*, uint32_t> cases[] = {
+        {u"read, write", 6}, {u"none", 0},     {u"EXECUTE", 1},           {u"readwrite", 6},
+        {u"rea d", 0},       {u"write-up", 2}, {u"Read|Write|Execute", 7}};
+    for (const auto& [text, rights] : cases) {
+        EXPECT_EQ(bridge::RightsFromWords(*fmlib::MakeText(text)), rights)
+            << slib::String(text).toUtf8();
     }
-    const char16_t* const kText[] = {
-        u"",     u"execute",      u"write",      u"write|execute",
-        u"read", u"read|execute", u"read|write", u"read|write|execute"};
     for (uint32_t rights = 0; rights < 8; ++rights) {
-        EXPECT_EQ(bridge::RightsText(rights), kText[rights]);
-        EXPECT_EQ(bridge::RightsFromWords(*fmlib::MakeText(kText[rights])), rights);
+        EXPECT_EQ(bridge::RightsFromWords(*fmlib::MakeText(bridge::RightsText(rights))), rights);
     }
+    EXPECT_EQ(bridge::RightsText(5), u"read|execute");
+    EXPECT_EQ(bridge::RightsText(0), u"");
 }
 
 }  // namespace
