@@ -26,6 +26,9 @@ uint32_t GetRights(const String& path, Whose whose) {
 void AddRights(const String& path, Whose whose, uint32_t rights, const char* message) {
     const ItemSecurity security = ReadSecurity(path, RightsParts(whose), message);
     const UniqueAcl merged = DaclAddingRights(whose, security, rights, message);
+    if (!merged) {
+        return;
+    }
     std::vector<wchar_t> buffer = PathBuffer(path);
     const DWORD result =
         SetNamedSecurityInfoW(buffer.data(), SE_FILE_OBJECT, DACL_SECURITY_INFORMATION, nullptr,
@@ -40,6 +43,9 @@ std::shared_ptr<const String> AccountName(const String& path, bool owner) {
         ReadSecurity(path, owner ? OWNER_SECURITY_INFORMATION : GROUP_SECURITY_INFORMATION,
                      "Cannot read file security info");
     PSID sid = owner ? security.owner : security.group;
+    if (sid == nullptr) {
+        ThrowLastError("Cannot get file owner", ERROR_NONE_MAPPED);
+    }
     DWORD nameLength = 0;
     DWORD domainLength = 0;
     SID_NAME_USE use;

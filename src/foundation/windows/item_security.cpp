@@ -103,6 +103,12 @@ std::vector<AccessEntry> EntriesOf(PACL dacl) {
 }
 
 ACCESS_MASK EffectiveMask(Whose whose, const ItemSecurity& security, const char* message) {
+    // Without a DACL, or without the trustee's SID (file systems that keep no security), there
+    // is nothing the system could look up.
+    if (security.dacl == nullptr || (whose == Whose::kOwner && security.owner == nullptr) ||
+        (whose == Whose::kGroup && security.group == nullptr)) {
+        return EvaluatedMask(whose, security);
+    }
     TRUSTEE_W trustee = Trustee(whose, security);
     ACCESS_MASK mask = 0;
     const DWORD result = GetEffectiveRightsFromAclW(security.dacl, &trustee, &mask);
@@ -117,6 +123,9 @@ ACCESS_MASK EffectiveMask(Whose whose, const ItemSecurity& security, const char*
 
 UniqueAcl DaclAddingRights(Whose whose, const ItemSecurity& security, uint32_t rights,
                            const char* message) {
+    if (security.dacl == nullptr) {
+        return UniqueAcl();  // everyone may do everything already; a new DACL would restrict
+    }
     EXPLICIT_ACCESS_W access{};
     access.grfAccessPermissions =
         AccessMaskAddingRights(EffectiveMask(whose, security, message), rights);

@@ -42,7 +42,8 @@ std::vector<AccessEntry> EntriesOf(PACL dacl);
 // trustee's SID and Everyone. Any other refusal throws `message` with the returned code.
 ACCESS_MASK EffectiveMask(Whose whose, const ItemSecurity& security, const char* message);
 // A new DACL: the old one merged with one grant to the trustee of its effective mask plus the
-// rights in `rights`, not inherited. A refusal throws `message` with the returned code.
+// rights in `rights`, not inherited; none for an item without a DACL, which grants everything.
+// A refusal throws `message` with the returned code.
 UniqueAcl DaclAddingRights(Whose whose, const ItemSecurity& security, uint32_t rights,
                            const char* message);
 
