@@ -171,6 +171,8 @@ TEST_F(Attributes, SetAnswersNothingOrReportsCodeAndMessage) {
          Failed(-50, "Cannot modify file modification date")},
         // The account lookup stops at its size query (see the manager's tests).
         {uR"(VFile_Set( "owner" ; "a.txt" ; "root" ))", Failed(2400, "No such account")},
+        {uR"(VFile_Set( "group-rights" ; "missing" ; "read" ))",
+         Failed(-43, "Cannot set new group rights")},
         {uR"(VFile_Set( "MODIFIED" ; "a.txt" ; GetAsTimestamp ( "3/4/2022 5:06:07.125" ) ))", done},
         {uR"(VFile_Set( "modified" ; "new.txt" ; GetAsTimestamp ( "12/24/1999 18:00" ) ))", done},
         {uR"(VFile_Set( "everyone-rights" ; "a.txt" ; "none" ))", done},
