@@ -12,7 +12,8 @@ packages=(
     ccache
     # Zone data: the date tests run Wine with TZ=Europe/Berlin.
     tzdata
-    xdotool  # types into the chooser dialogs of the end-to-end tests on the test display
+    # Keyboard and mouse for the chooser dialogs of the end-to-end tests on the test display.
+    xdotool
 )
 
 missing=()
