@@ -12,6 +12,8 @@ packages=(
     ccache
     # Zone data: the date tests run Wine with TZ=Europe/Berlin.
     tzdata
+    # Keyboard and mouse for the chooser dialogs of the end-to-end tests on the test display.
+    xdotool
 )
 
 missing=()

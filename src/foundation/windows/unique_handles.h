@@ -30,5 +30,7 @@ using UniqueLocalMemory = UniqueResource<HLOCAL, &LocalFree>;
 using UniqueSecurityDescriptor = UniqueResource<PSECURITY_DESCRIPTOR, &LocalFree>;
 // An ACL the security API allocated (SetEntriesInAclW).
 using UniqueAcl = UniqueResource<PACL, &LocalFree>;
+// A window this thread created (it must also be destroyed on this thread).
+using UniqueWindow = UniqueResource<HWND, &DestroyWindow>;
 
 }  // namespace slib
