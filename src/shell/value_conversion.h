@@ -3,6 +3,7 @@
 #pragma once
 
 #include <memory>
+#include <string>
 
 #include "fmx_functions.h"
 #include "foundation/attributed_string.h"
@@ -17,6 +18,9 @@ namespace fmlib {
 // the font's name; without one the font is left out.
 std::shared_ptr<slib::Object> ToFoundationValue(const FmxData& data,
                                                 const FmxExprEnv* env = nullptr);
+
+// The four-character type of the container's stream at `index`, e.g. "JPEG", "PDF ".
+std::string ContainerStreamType(const FmxBinaryData& data, int32_t index);
 
 // Every stream of a container, in the host's order.
 std::shared_ptr<ContainerValue> ToContainerValue(const FmxBinaryData& data);
