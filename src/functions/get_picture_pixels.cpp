@@ -61,15 +61,21 @@ std::u16string PixelText(const slib::PictureDimensions& size) {
 void GetPicturePixels(const fmlib::FunctionCall& call) {
     fmlib::RequireParameters(call.args, 2);
     const FmxData& value = fmlib::DataVectAt(call.args, 1);
-    std::vector<uint8_t> bytes;
+    slib::UniqueGdipBitmap picture;
     if (fmlib::DataGetNativeType(value) == fmx::kDTBinary) {
-        bytes = ContainerPicture(fmlib::DataGetBinaryData(value));
+        const std::vector<uint8_t> bytes = ContainerPicture(fmlib::DataGetBinaryData(value));
+        slib::StartGdiplus();
+        picture = slib::DecodePicture(bytes);
+        if (!picture) {
+            slib::Throw(slib::kBadParameter, "This is not a picture.");
+        }
     } else {
         bridge::PathContext paths(call.env);
-        bytes = slib::ReadPictureFile(paths.pathArgument(call.args, 1), "Item does not exist");
+        const std::vector<uint8_t> bytes =
+            slib::ReadPictureFile(paths.pathArgument(call.args, 1), "Item does not exist");
+        slib::StartGdiplus();
+        picture = slib::LoadPicture(bytes);
     }
-    slib::StartGdiplus();
-    const slib::UniqueGdipBitmap picture = slib::LoadPicture(bytes);
     fmlib::SetResultText(call.result, PixelText(slib::MeasurePicture(picture.get())));
 }
 
