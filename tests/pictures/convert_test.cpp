@@ -131,6 +131,13 @@ TEST_F(Convert, RefusesBadRequestsAndLeavesNoTarget) {
 }
 
 TEST_F(Convert, LeavesTheSourceFreeAndMayReplaceIt) {
+    // A refused conversion leaves an existing target alone, with nothing left beside it.
+    writeFile(u"keep.png", "old");
+    writeFile(u"text.png", "no picture");
+    EXPECT_EQ(call(uR"(VFile_Convert( "text.png" ; "keep.png" ))"),
+              Failed(-50, "This is not a picture."));
+    EXPECT_EQ(snapshot(), (items_test::Tree{{u"keep.png", "old"}, {u"text.png", "no picture"}}));
+
     writeFile(u"a.jpg", MakePicture(Format::kJpeg, 80, 60));
     EXPECT_EQ(call(uR"(VFile_Convert( "a.jpg" ; "a.jpg" ; "width" ; 20 ; "height" ; 10 ))"),
               Succeeded());

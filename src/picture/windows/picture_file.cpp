@@ -59,23 +59,33 @@ std::vector<uint8_t> ReadPictureFile(const String& path, const char* missingMess
 }
 
 void WritePictureFile(const String& path, const std::vector<uint8_t>& bytes) {
+    // Written beside the target and then moved over it, so a failed write never costs the
+    // file that was there before.
     const std::u16string longPath = WithLongPathPrefix(path.units());
-    UniqueFileHandle file(CreateFileW(Wide(longPath), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS,
-                                      FILE_ATTRIBUTE_NORMAL, nullptr));
-    if (!file) {
-        ThrowLastError("Cannot create the target picture file", GetLastError());
-    }
-    size_t done = 0;
-    while (done < bytes.size()) {
-        const DWORD want = static_cast<DWORD>(std::min<size_t>(bytes.size() - done, kChunk));
-        DWORD wrote = 0;
-        if (!WriteFile(file.get(), bytes.data() + done, want, &wrote, nullptr) || wrote == 0) {
-            const DWORD error = GetLastError();
-            file.reset();
-            DeleteFileW(Wide(longPath));
-            ThrowLastError("Cannot write the target picture file", error);
+    const std::u16string partial = longPath + u".vf-partial";
+    {
+        UniqueFileHandle file(CreateFileW(Wide(partial), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS,
+                                          FILE_ATTRIBUTE_NORMAL, nullptr));
+        if (!file) {
+            ThrowLastError("Cannot create the target picture file", GetLastError());
         }
-        done += wrote;
+        size_t done = 0;
+        while (done < bytes.size()) {
+            const DWORD want = static_cast<DWORD>(std::min<size_t>(bytes.size() - done, kChunk));
+            DWORD wrote = 0;
+            if (!WriteFile(file.get(), bytes.data() + done, want, &wrote, nullptr) || wrote == 0) {
+                const DWORD error = GetLastError();
+                file.reset();
+                DeleteFileW(Wide(partial));
+                ThrowLastError("Cannot write the target picture file", error);
+            }
+            done += wrote;
+        }
+    }
+    if (!MoveFileExW(Wide(partial), Wide(longPath), MOVEFILE_REPLACE_EXISTING)) {
+        const DWORD error = GetLastError();
+        DeleteFileW(Wide(partial));
+        ThrowLastError("Cannot create the target picture file", error);
     }
 }
 

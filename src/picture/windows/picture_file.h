@@ -13,7 +13,7 @@ namespace slib {
 // is not a picture." for a folder.
 std::vector<uint8_t> ReadPictureFile(const String& path, const char* missingMessage);
 
-// Creates or replaces the file at `path` with `bytes`; a failed write removes what it created.
+// Creates or replaces the file at `path` with `bytes`. A failure leaves the target as it was.
 void WritePictureFile(const String& path, const std::vector<uint8_t>& bytes);
 
 }  // namespace slib
