@@ -1,0 +1,62 @@
+#!/usr/bin/env bash
+# Picture throughput: 50 generated 12-megapixel JPEGs (4000x3000, EXIF orientations 1 to 8 in
+# turn) scaled to 1600 pixels wide and turned upright, once through VFile_Convert in ./fmhost
+# (GDI+ under Wine) and once through ImageMagick's `convert -auto-orient -resize 1600x`, in the
+# same run on the same files. Prints pictures per second for both and their ratio. Needs the
+# Windows build (scripts/build.sh) and Debian's imagemagick package.
+set -euo pipefail
+root=$(cd "$(dirname "$0")/../.." && pwd)
+count="${VF_BENCH_PICTURES:-50}"
+
+# Debian's binary by its full path: another `convert` may come first on PATH.
+magick=""
+for candidate in /usr/bin/convert-im6.q16 /usr/bin/convert-im7.q16 /usr/bin/convert; do
+    if [ -x "$candidate" ] && "$candidate" -version 2>/dev/null | grep -q ImageMagick; then
+        magick="$candidate"
+        break
+    fi
+done
+if [ -z "$magick" ]; then
+    echo "pictures bench: ImageMagick is missing; install it with: apt-get install imagemagick" >&2
+    exit 2
+fi
+
+work=$(mktemp -d /tmp/vf-pictures-bench.XXXXXX)
+trap 'rm -rf "$work"' EXIT
+mkdir -p "$work/in" "$work/ours" "$work/magick"
+
+echo "generating $count pictures of 4000x3000..."
+"$magick" -size 4000x3000 -seed 7 plasma:fractal -quality 90 "$work/base.jpg"
+python3 "$root/bench/pictures/splice_exif.py" "$work/base.jpg" "$work/in" "$count"
+
+script="$work/convert.fmcalc"
+for file in "$work"/in/*.jpg; do
+    name=$(basename "$file")
+    printf 'VFile_Convert( "%s" ; "%s" ; "width" ; 1600 ; "proportional" ; 1 ; "exif-rotate" ; 1 )\n\n' \
+        "$(winepath -w "$file" 2>/dev/null)" "$(winepath -w "$work/ours/$name" 2>/dev/null)" |
+        sed 's/\\/\\\\/g' >>"$script"
+done
+"$root/fmhost" -e 'VFile_Version' >/dev/null  # the Wine prefix and server are up before timing
+
+start=$(date +%s.%N)
+results=$("$root/fmhost" --script "$script")
+ours=$(echo "$(date +%s.%N) - $start" | bc -l)
+if [ "$(echo "$results" | grep -cx 0)" -ne "$count" ]; then
+    echo "pictures bench: VFile_Convert failed:" >&2
+    echo "$results" | sort | uniq -c >&2
+    exit 1
+fi
+
+start=$(date +%s.%N)
+for file in "$work"/in/*.jpg; do
+    "$magick" "$file" -auto-orient -resize 1600x "$work/magick/$(basename "$file")"
+done
+theirs=$(echo "$(date +%s.%N) - $start" | bc -l)
+
+identify_one() { "${magick%convert*}identify${magick##*convert}" -format '%wx%h' "$1"; }
+echo "sample sizes: ours $(identify_one "$work/ours/p06.jpg"), ImageMagick $(identify_one "$work/magick/p06.jpg") (orientation 6)"
+printf 'VFile_Convert (fmhost, GDI+ under Wine): %d pictures in %.2f s = %.2f pictures/s\n' \
+    "$count" "$ours" "$(echo "$count / $ours" | bc -l)"
+printf 'ImageMagick %s: %d pictures in %.2f s = %.2f pictures/s\n' \
+    "$(basename "$magick")" "$count" "$theirs" "$(echo "$count / $theirs" | bc -l)"
+printf 'ratio (ours / ImageMagick): %.2f (target >= 0.80)\n' "$(echo "$theirs / $ours" | bc -l)"
