@@ -54,7 +54,8 @@ done
 theirs=$(echo "$(date +%s.%N) - $start" | bc -l)
 
 identify_one() { "${magick%convert*}identify${magick##*convert}" -format '%wx%h' "$1"; }
-echo "sample sizes: ours $(identify_one "$work/ours/p06.jpg"), ImageMagick $(identify_one "$work/magick/p06.jpg") (orientation 6)"
+sample=$(printf 'p%02d.jpg' $((count >= 6 ? 6 : 1)))
+echo "$sample: ours $(identify_one "$work/ours/$sample"), ImageMagick $(identify_one "$work/magick/$sample")"
 printf 'VFile_Convert (fmhost, GDI+ under Wine): %d pictures in %.2f s = %.2f pictures/s\n' \
     "$count" "$ours" "$(echo "$count / $ours" | bc -l)"
 printf 'ImageMagick %s: %d pictures in %.2f s = %.2f pictures/s\n' \

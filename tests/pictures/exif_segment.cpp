@@ -1,48 +1,31 @@
 #include "exif_segment.h"
 
 namespace picturetest {
-namespace {
-
-class Writer {
-  public:
-    explicit Writer(bool bigEndian) : bigEndian_(bigEndian) {}
-    void u16(uint32_t value) {
-        const char high = static_cast<char>((value >> 8) & 0xFF);
-        const char low = static_cast<char>(value & 0xFF);
-        bytes_ += bigEndian_ ? std::string{high, low} : std::string{low, high};
-    }
-    void u32(uint32_t value) {
-        bigEndian_ ? (u16(value >> 16), u16(value & 0xFFFF))
-                   : (u16(value & 0xFFFF), u16(value >> 16));
-    }
-    std::string& bytes() { return bytes_; }
-
-  private:
-    bool bigEndian_;
-    std::string bytes_;
-};
-
-}  // namespace
 
 std::string ExifApp1(uint16_t orientation, bool bigEndian, int entriesBefore) {
-    Writer tiff(bigEndian);
-    tiff.bytes() = bigEndian ? "MM" : "II";
-    tiff.u16(42);
-    tiff.u32(8);  // IFD0 right after the header
-    tiff.u16(static_cast<uint32_t>(entriesBefore + 1));
+    std::string tiff = bigEndian ? "MM" : "II";
+    const auto put = [&](uint32_t value, int bytes) {
+        for (int i = 0; i < bytes; ++i) {
+            const int shift = 8 * (bigEndian ? bytes - 1 - i : i);
+            tiff += static_cast<char>((value >> shift) & 0xFF);
+        }
+    };
+    put(42, 2);
+    put(8, 4);  // IFD0 right after the header
+    put(static_cast<uint32_t>(entriesBefore + 1), 2);
     for (int i = 0; i < entriesBefore; ++i) {
-        tiff.u16(0x010F + static_cast<uint32_t>(i));  // make, model, ...: a long value each
-        tiff.u16(4);
-        tiff.u32(1);
-        tiff.u32(0);
+        put(0x010F + static_cast<uint32_t>(i), 2);  // make, model, ...: one LONG each
+        put(4, 2);
+        put(1, 4);
+        put(0, 4);
     }
-    tiff.u16(0x0112);
-    tiff.u16(3);  // SHORT
-    tiff.u32(1);
-    tiff.u16(orientation);
-    tiff.u16(0);  // the rest of the 4-byte value field
-    tiff.u32(0);  // no next IFD
-    const std::string payload = std::string("Exif\0\0", 6) + tiff.bytes();
+    put(0x0112, 2);
+    put(3, 2);  // SHORT
+    put(1, 4);
+    put(orientation, 2);
+    put(0, 2);  // the rest of the value field
+    put(0, 4);  // no next IFD
+    const std::string payload = std::string("Exif\0\0", 6) + tiff;
     const size_t length = payload.size() + 2;
     return std::string("\xFF\xE1", 2) + static_cast<char>(length >> 8) +
            static_cast<char>(length & 0xFF) + payload;

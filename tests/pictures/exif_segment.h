@@ -6,8 +6,8 @@
 
 namespace picturetest {
 
-// An APP1 segment (marker included) holding an EXIF block whose IFD0 has `entries` entries
-// before the orientation entry (unrelated tags, to make the reader walk the directory).
+// An APP1 segment (marker included) whose IFD0 holds `entriesBefore` unrelated entries, then
+// the orientation.
 std::string ExifApp1(uint16_t orientation, bool bigEndian, int entriesBefore = 0);
 // `jpeg` with `segment` inserted right after its start-of-image marker.
 std::string SpliceAfterStart(const std::string& jpeg, const std::string& segment);
