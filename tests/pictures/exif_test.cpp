@@ -1,5 +1,6 @@
-// The JPEG EXIF orientation reader on good, unusual and broken blocks (its crash safety on
-// arbitrary bytes is the fuzzer's job: fuzz/jpeg_exif.cpp).
+// The JPEG EXIF orientation reader on unusual and broken blocks. Good blocks in both byte orders
+// are read in every orientation test of VFile_Convert; crash safety on arbitrary bytes is the
+// fuzzer's job (fuzz/jpeg_exif.cpp).
 #include <gtest/gtest.h>
 
 #include <string>
@@ -10,61 +11,42 @@
 namespace {
 
 using picturetest::ExifApp1;
-using picturetest::SpliceAfterStart;
 
-// Start of image, a JFIF APP0, then the start of scan and some scan data.
-const std::string kJpeg = std::string("\xFF\xD8\xFF\xE0\x00\x07JFIF\0\xFF\xDA\x00\x02xx", 17);
-constexpr size_t kTiff = 2 + 4 + 6;  // where the TIFF header starts once spliced in
-
-std::optional<uint16_t> Read(const std::string& bytes) {
-    return slib::FindJpegExifOrientation(reinterpret_cast<const uint8_t*>(bytes.data()),
-                                         bytes.size());
-}
-
-TEST(JpegExif, ReadsEveryOrientationInBothByteOrdersBehindOtherSegments) {
-    const std::string others = std::string(
-                                   "\xFF\xFE\x00\x05"
-                                   "abc",
-                                   7) +  // a comment
-                               std::string(
-                                   "\xFF\xE1\x00\x07"
-                                   "http:",
-                                   9) +     // APP1, no EXIF
-                               "\xFF\xFF";  // a fill byte
-    for (const bool bigEndian : {false, true}) {
-        for (uint16_t orientation = 1; orientation <= 8; ++orientation) {
-            EXPECT_EQ(Read(SpliceAfterStart(kJpeg, others + ExifApp1(orientation, bigEndian, 3))),
-                      orientation);
-        }
-    }
-}
-
-TEST(JpegExif, AnswersNothingForMissingOrBrokenData) {
-    const std::string good = SpliceAfterStart(kJpeg, ExifApp1(6, true, 2));
+TEST(JpegExif, FindsTheBlockBehindOtherSegmentsAndNothingInBrokenOnes) {
+    // Start of image, a JFIF APP0, a comment, a non-EXIF APP1 and a fill byte; later the scan.
+    const std::string head = std::string("\xFF\xD8\xFF\xE0\x00\x07JFIF\0\xFF\xFE\x00\x03x", 16) +
+                             std::string("\xFF\xE1\x00\x07http:\xFF", 10);
+    const std::string scan("\xFF\xDA\x00\x02xx", 6);
+    const size_t tiff = head.size() + 4 + 6;
+    const std::string good = head + ExifApp1(6, true, 2) + scan;
     const auto broken = [&](size_t at, char value) {
         std::string bytes = good;
         bytes[at] = value;
         return bytes;
     };
-    std::string noOrientation = broken(kTiff + 8, '\x40');  // 16k entries in a short block...
-    noOrientation[kTiff + 10 + 2 * 12 + 1] = '\x13';        // ... none of them the orientation
+    std::string noOrientation = broken(tiff + 8, '\x40');  // 16k entries in a short block...
+    noOrientation[tiff + 10 + 2 * 12 + 1] = '\x13';        // ... none of them the orientation
     const struct {
         const char* name;
         std::string bytes;
+        std::optional<uint16_t> expected;
     } cases[] = {
-        {"no JPEG", "GIF89a" + ExifApp1(6, false)},
-        {"no EXIF", kJpeg},
-        {"EXIF after the scan", kJpeg + ExifApp1(6, false)},
-        {"TIFF magic wrong", broken(kTiff + 3, 41)},
-        {"byte order unknown", broken(kTiff, 'X')},
-        {"IFD beyond the block", broken(kTiff + 4, '\x7F')},
-        {"directory beyond the block", noOrientation},
-        {"orientation not a short", broken(kTiff + 10 + 2 * 12 + 3, 4)},
-        {"segment beyond the file", good.substr(0, kTiff + 20)},
-        {"cut in a length", good.substr(0, 5)},
+        {"good", good, 6},
+        {"no JPEG", "GIF89a" + ExifApp1(6, false), std::nullopt},
+        {"EXIF after the scan", head + scan + ExifApp1(6, false), std::nullopt},
+        {"TIFF magic wrong", broken(tiff + 3, 41), std::nullopt},
+        {"byte order unknown", broken(tiff, 'X'), std::nullopt},
+        {"IFD beyond the block", broken(tiff + 4, '\x7F'), std::nullopt},
+        {"directory beyond the block", noOrientation, std::nullopt},
+        {"orientation not a short", broken(tiff + 10 + 2 * 12 + 3, 4), std::nullopt},
+        {"segment beyond the file", good.substr(0, tiff + 20), std::nullopt},
+        {"cut in a length", good.substr(0, 5), std::nullopt},
     };
     for (const auto& c : cases) {
-        EXPECT_EQ(Read(c.bytes), std::nullopt) << c.name;
+        EXPECT_EQ(slib::FindJpegExifOrientation(reinterpret_cast<const uint8_t*>(c.bytes.data()),
+                                                c.bytes.size()),
+                  c.expected)
+            << c.name;
     }
 }
 

@@ -60,14 +60,12 @@ TEST_F(StagedCopy, ConvertsOnceWithTheStagedOptionsThenCopiesPlainly) {
     };
     for (const auto& c : cases) {
         StagedPictureOptions::Create();
-        if (c.width) {
-            StagedPictureOptions::Set(u"width", c.width);
-        }
-        if (c.height) {
-            StagedPictureOptions::Set(u"height", c.height);
-        }
-        if (c.rotate) {
-            StagedPictureOptions::Set(u"exif-rotate", 1);
+        const std::pair<const char16_t*, double> staged[] = {
+            {u"width", c.width}, {u"height", c.height}, {u"exif-rotate", double(c.rotate)}};
+        for (const auto& [name, value] : staged) {
+            if (value != 0) {
+                StagedPictureOptions::Set(name, value);
+            }
         }
         const std::string outcome = copy(c.source, c.target);
         const auto written = readFile(c.target);
