@@ -38,26 +38,31 @@ for file in "$work"/in/*.jpg; do
 done
 "$root/fmhost" -e 'VFile_Version' >/dev/null  # the Wine prefix and server are up before timing
 
-start=$(date +%s.%N)
+now() { python3 -c 'import time; print(time.monotonic())'; }
+elapsed() { python3 -c "import sys; print(float(sys.argv[2]) - float(sys.argv[1]))" "$1" "$(now)"; }
+
+start=$(now)
 results=$("$root/fmhost" --script "$script")
-ours=$(echo "$(date +%s.%N) - $start" | bc -l)
+ours=$(elapsed "$start")
 if [ "$(echo "$results" | grep -cx 0)" -ne "$count" ]; then
     echo "pictures bench: VFile_Convert failed:" >&2
     echo "$results" | sort | uniq -c >&2
     exit 1
 fi
 
-start=$(date +%s.%N)
+start=$(now)
 for file in "$work"/in/*.jpg; do
     "$magick" "$file" -auto-orient -resize 1600x "$work/magick/$(basename "$file")"
 done
-theirs=$(echo "$(date +%s.%N) - $start" | bc -l)
+theirs=$(elapsed "$start")
 
 identify_one() { "${magick%convert*}identify${magick##*convert}" -format '%wx%h' "$1"; }
 sample=$(printf 'p%02d.jpg' $((count >= 6 ? 6 : 1)))
 echo "$sample: ours $(identify_one "$work/ours/$sample"), ImageMagick $(identify_one "$work/magick/$sample")"
-printf 'VFile_Convert (fmhost, GDI+ under Wine): %d pictures in %.2f s = %.2f pictures/s\n' \
-    "$count" "$ours" "$(echo "$count / $ours" | bc -l)"
-printf 'ImageMagick %s: %d pictures in %.2f s = %.2f pictures/s\n' \
-    "$(basename "$magick")" "$count" "$theirs" "$(echo "$count / $theirs" | bc -l)"
-printf 'ratio (ours / ImageMagick): %.2f (target >= 0.80)\n' "$(echo "$theirs / $ours" | bc -l)"
+python3 - "$count" "$ours" "$theirs" "$(basename "$magick")" <<'REPORT'
+import sys
+count, ours, theirs, magick = int(sys.argv[1]), float(sys.argv[2]), float(sys.argv[3]), sys.argv[4]
+print(f"VFile_Convert (fmhost, GDI+ under Wine): {count} pictures in {ours:.2f} s = {count / ours:.2f} pictures/s")
+print(f"ImageMagick {magick}: {count} pictures in {theirs:.2f} s = {count / theirs:.2f} pictures/s")
+print(f"ratio (ours / ImageMagick): {theirs / ours:.2f} (target >= 0.80)")
+REPORT
