@@ -108,6 +108,8 @@ TEST_F(Convert, RefusesBadRequestsAndKeepsTheTargetAsItWas) {
     }
     EXPECT_EQ(readFile(u"out"), "old");
     EXPECT_EQ(call(uR"(VFile_Convert( "a.png" ))"), Failed(-50, "Not enough parameters"));
+    EXPECT_EQ(call(uR"(VFile_Convert( "a.png" ; "big" ; "width" ; 70000 ; "height" ; 10 ))"),
+              Failed(-50, "Cannot create a picture of that size"));
     EXPECT_EQ(call(uR"(VFile_Convert( "a.png" ; "no folder/t.png" ))"),
               Failed(-43, "Cannot create the target picture file"));
     EXPECT_EQ(snapshot().size(), 5u);  // nothing new, nothing left half-written

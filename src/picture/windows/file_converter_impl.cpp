@@ -15,6 +15,7 @@ namespace {
 namespace gdip = Gdiplus::DllExports;
 
 constexpr char kSourceMissing[] = "Source item does not exist";
+constexpr Gdiplus::PixelFormat kPixelFormat32bppCMYK = 15 | (32 << 8);  // not in MinGW's headers
 
 std::wstring TargetMimeType(uint32_t targetType, Gdiplus::GpBitmap* source) {
     switch (targetType) {
@@ -27,12 +28,14 @@ std::wstring TargetMimeType(uint32_t targetType, Gdiplus::GpBitmap* source) {
     }
 }
 
-// The source's pixel format, except the formats a graphics context cannot draw into.
+// The source's pixel format, except the formats a graphics context cannot draw into (CMYK
+// included, which GDI+ only ever reads).
 Gdiplus::PixelFormat TargetPixelFormat(Gdiplus::GpBitmap* source) {
     Gdiplus::PixelFormat format = PixelFormatUndefined;
     if (gdip::GdipGetImagePixelFormat(source, &format) != Gdiplus::Ok ||
         format == PixelFormatUndefined || (format & PixelFormatIndexed) != 0 ||
-        format == PixelFormat16bppARGB1555 || format == PixelFormat16bppGrayScale) {
+        format == PixelFormat16bppARGB1555 || format == PixelFormat16bppGrayScale ||
+        format == kPixelFormat32bppCMYK) {
         return PixelFormat24bppRGB;
     }
     return format;
@@ -78,6 +81,13 @@ void FileConverterImpl::convert(const String& source, uint32_t sourceType, const
     }
     const PixelSize size = ComputeTargetSize(sourceSize.width, sourceSize.height, request);
 
+    // Far beyond any real picture, and short of the sizes whose byte count overflows in GDI+.
+    constexpr int64_t kMaxSide = 1 << 16;
+    constexpr int64_t kMaxPixels = int64_t{1} << 28;
+    if (size.width > kMaxSide || size.height > kMaxSide ||
+        int64_t{size.width} * size.height > kMaxPixels) {
+        Throw(kBadParameter, "Cannot create a picture of that size");
+    }
     UniqueGdipBitmap scaled;
     if (gdip::GdipCreateBitmapFromScan0(size.width, size.height, 0,
                                         TargetPixelFormat(picture.get()), nullptr,
