@@ -7,6 +7,7 @@
 
 #include "fmx_functions.h"
 #include "foundation/attributed_string.h"
+#include "foundation/date.h"
 #include "foundation/object.h"
 #include "foundation/utf16_string.h"
 #include "shell/container_value.h"
@@ -18,6 +19,9 @@ namespace fmlib {
 // the font's name; without one the font is left out.
 std::shared_ptr<slib::Object> ToFoundationValue(const FmxData& data,
                                                 const FmxExprEnv* env = nullptr);
+
+// The host's date and time fields as they stand (wall-clock time, no zone applied).
+std::shared_ptr<slib::Date> ToFoundationDate(const FmxDateTime& value);
 
 // The four-character type of the container's stream at `index`, e.g. "JPEG", "PDF ".
 std::string ContainerStreamType(const FmxBinaryData& data, int32_t index);
