@@ -5,7 +5,10 @@
 // windows.h first: the other system headers build on its types.
 #include <windows.h>
 
+#include <objidl.h>
 #include <shlobj.h>
+
+#include <gdiplus.h>
 
 #include "foundation/unique_resource.h"
 
@@ -32,5 +35,24 @@ using UniqueSecurityDescriptor = UniqueResource<PSECURITY_DESCRIPTOR, &LocalFree
 using UniqueAcl = UniqueResource<PACL, &LocalFree>;
 // A window this thread created (it must also be destroyed on this thread).
 using UniqueWindow = UniqueResource<HWND, &DestroyWindow>;
+
+// --- pictures ---
+inline void DisposeGdipBitmap(Gdiplus::GpBitmap* bitmap) {
+    Gdiplus::DllExports::GdipDisposeImage(bitmap);
+}
+inline void DeleteGdipGraphics(Gdiplus::GpGraphics* graphics) {
+    Gdiplus::DllExports::GdipDeleteGraphics(graphics);
+}
+inline void ReleaseStream(IStream* stream) {
+    stream->Release();
+}
+// A GDI+ bitmap (decoded picture or one we draw into).
+using UniqueGdipBitmap = UniqueResource<Gdiplus::GpBitmap*, &DisposeGdipBitmap>;
+// A GDI+ drawing context on a bitmap.
+using UniqueGdipGraphics = UniqueResource<Gdiplus::GpGraphics*, &DeleteGdipGraphics>;
+// A COM stream (memory streams that pictures are decoded from and encoded into).
+using UniqueStream = UniqueResource<IStream*, &ReleaseStream>;
+// The process's GDI+ start-up token.
+using UniqueGdiplusToken = UniqueResource<ULONG_PTR, &Gdiplus::GdiplusShutdown>;
 
 }  // namespace slib
