@@ -1,0 +1,29 @@
+#pragma once
+// Extraction onto disk below a base folder. The base folder and any missing folders are created.
+// A file is written under a temporary name beside its final one and moved into place once it
+// passed its checks, replacing an existing file then and only then; its modification time is the
+// entry's. Folders keep the time of their creation.
+
+#include <memory>
+#include <string>
+
+#include "archive/extract_target.h"
+
+namespace archive {
+
+class DiskExtractTarget : public ExtractTarget {
+  public:
+    explicit DiskExtractTarget(std::u16string base);
+    void makeFolder(const RelativePath& path) override;
+    std::unique_ptr<EntryFile> createFile(const RelativePath& path) override;
+
+  private:
+    // The long-path form of the base joined with the first `count` components of `path`.
+    std::u16string join(const RelativePath& path, size_t count) const;
+    void ensureFolders(const RelativePath& path, size_t count);
+
+    std::u16string base_;
+    bool baseReady_ = false;
+};
+
+}  // namespace archive
