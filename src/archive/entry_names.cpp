@@ -65,7 +65,8 @@ std::u16string SanitiseEntryName(std::u16string name) {
         }
         bool stripped = false;
         for (std::u16string_view step : kParentSteps) {
-            const size_t at = name.find(step);
+            // Its last occurrence: "x\..\..\evil.txt" must not leave "..\evil.txt" behind.
+            const size_t at = name.rfind(step);
             if (at != std::u16string::npos) {
                 name.erase(0, at + step.size());
                 stripped = true;

@@ -202,6 +202,7 @@ ArchiveEntry ZipReader::readEntry() {
 
     const uint8_t* extra = variable.data() + nameLength;
     std::optional<std::string_view> unicodeName;
+    bool hasZip64Extra = false;
     uint32_t unicodeNameCrc = 0;
     for (size_t at = 0; at + 4 <= extraLength;) {
         const uint16_t id = LoadLe16(extra + at);
@@ -211,6 +212,7 @@ ArchiveEntry ZipReader::readEntry() {
             break;  // a damaged tail of the extra data; what came before stands
         }
         if (id == kZip64ExtraId) {
+            hasZip64Extra = true;
             size_t used = 0;
             for (uint64_t* value : {&entry.uncompressed, &entry.compressed, &entry.localOffset}) {
                 if (*value != kMax32) {
@@ -230,6 +232,11 @@ ArchiveEntry ZipReader::readEntry() {
             entry.time.unixTime = static_cast<int32_t>(LoadLe32(field + 1));
         }
         at += 4 + size;
+    }
+
+    if (!hasZip64Extra && (entry.compressed == kMax32 || entry.uncompressed == kMax32 ||
+                           entry.localOffset == kMax32)) {
+        FailEntryUnreadable();  // a ZIP64 marker without the ZIP64 field
     }
 
     const std::string_view rawName(reinterpret_cast<const char*>(variable.data()), nameLength);
