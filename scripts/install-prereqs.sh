@@ -10,6 +10,8 @@ packages=(
     wine wine64 xvfb
     googletest
     ccache
+    zip unzip  # the zip tests check our archives with Info-ZIP and unpack its archives
+    python3    # the zip interoperability test and the zip benchmark
 )
 
 missing=()
