@@ -42,12 +42,20 @@ void CreateFolderTree(const std::u16string& path) {
     CreateFolder(slib::WithLongPathPrefix(path));
 }
 
+// Written straight under its final name when nothing is there yet (removed again unless
+// committed); when a file of that name exists, under a temporary name beside it that replaces it
+// on commit, so a failed entry leaves the older file as it was.
 class DiskEntryFile : public EntryFile {
   public:
-    DiskEntryFile(std::u16string temporary, std::u16string final)
-        : temporary_(std::move(temporary)), final_(std::move(final)) {
-        handle_.reset(CreateFileW(Wide(temporary_), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS,
-                                  FILE_ATTRIBUTE_NORMAL | FILE_FLAG_SEQUENTIAL_SCAN, nullptr));
+    DiskEntryFile(const std::u16string& temporary, std::u16string final)
+        : final_(std::move(final)) {
+        handle_.reset(Create(final_, CREATE_NEW));
+        if (!handle_ && GetLastError() == ERROR_FILE_EXISTS) {
+            written_ = temporary;
+            handle_.reset(Create(written_, CREATE_ALWAYS));
+        } else {
+            written_ = final_;
+        }
         if (!handle_) {
             FailEntryNotExtracted();
         }
@@ -55,7 +63,7 @@ class DiskEntryFile : public EntryFile {
     ~DiskEntryFile() override {
         if (!committed_) {
             handle_.reset();
-            DeleteFileW(Wide(temporary_));
+            DeleteFileW(Wide(written_));
         }
     }
 
@@ -77,15 +85,21 @@ class DiskEntryFile : public EntryFile {
             SetFileTime(handle_.get(), nullptr, nullptr, &*modified);
         }
         handle_.reset();
-        if (!MoveFileExW(Wide(temporary_), Wide(final_), MOVEFILE_REPLACE_EXISTING)) {
+        if (written_ != final_ &&
+            !MoveFileExW(Wide(written_), Wide(final_), MOVEFILE_REPLACE_EXISTING)) {
             FailEntryNotExtracted();
         }
         committed_ = true;
     }
 
   private:
-    std::u16string temporary_;
+    static HANDLE Create(const std::u16string& path, DWORD disposition) {
+        return CreateFileW(Wide(path), GENERIC_WRITE, 0, nullptr, disposition,
+                           FILE_ATTRIBUTE_NORMAL | FILE_FLAG_SEQUENTIAL_SCAN, nullptr);
+    }
+
     std::u16string final_;
+    std::u16string written_;
     slib::UniqueFileHandle handle_;
     bool committed_ = false;
 };
@@ -115,7 +129,11 @@ void DiskExtractTarget::ensureFolders(const RelativePath& path, size_t count) {
         baseReady_ = true;
     }
     for (size_t i = 1; i <= count; ++i) {
-        CreateFolder(join(path, i));
+        std::u16string folder = join(path, i);
+        if (knownFolders_.count(folder) == 0) {
+            CreateFolder(folder);
+            knownFolders_.insert(std::move(folder));
+        }
     }
 }
 

@@ -1,10 +1,11 @@
 #pragma once
 // Extraction onto disk below a base folder. The base folder and any missing folders are created.
-// A file is written under a temporary name beside its final one and moved into place once it
-// passed its checks, replacing an existing file then and only then; its modification time is the
-// entry's. Folders keep the time of their creation.
+// A file becomes visible under its name only once it passed its checks (an existing file of that
+// name is replaced then and only then); its modification time is the entry's. Folders keep the
+// time of their creation.
 
 #include <memory>
+#include <set>
 #include <string>
 
 #include "archive/extract_target.h"
@@ -24,6 +25,7 @@ class DiskExtractTarget : public ExtractTarget {
 
     std::u16string base_;
     bool baseReady_ = false;
+    std::set<std::u16string> knownFolders_;  // made or found by this extraction
 };
 
 }  // namespace archive
