@@ -79,13 +79,15 @@ FileStream::FileStream(const std::u16string& path)
     : handle_(CreateFileW(Wide(slib::WithLongPathPrefix(path)), GENERIC_READ,
                           FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr, OPEN_EXISTING,
                           FILE_FLAG_SEQUENTIAL_SCAN, nullptr)) {
-    BY_HANDLE_FILE_INFORMATION info = {};
-    if (!handle_ || !GetFileInformationByHandle(handle_.get(), &info) ||
-        (info.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0) {
+    // Size and time only: the full information query costs a volume lookup per file under Wine.
+    LARGE_INTEGER size = {};
+    FILETIME modified = {};
+    if (!handle_ || !GetFileSizeEx(handle_.get(), &size) ||
+        !GetFileTime(handle_.get(), nullptr, nullptr, &modified)) {
         FailFileNotAdded();
     }
-    size_ = (static_cast<uint64_t>(info.nFileSizeHigh) << 32) | info.nFileSizeLow;
-    time_ = EntryTimeFromFileTime(info.ftLastWriteTime);
+    size_ = static_cast<uint64_t>(size.QuadPart);
+    time_ = EntryTimeFromFileTime(modified);
 }
 
 size_t FileStream::read(uint8_t* buffer, size_t capacity) {

@@ -12,6 +12,7 @@
 #include "archive/windows/oem_names.h"
 #include "archive/zip_reader.h"
 #include "archive/zip_writer.h"
+#include "foundation/case_fold.h"
 #include "foundation/windows/file_manager.h"
 #include "foundation/windows/unique_handles.h"
 
@@ -97,11 +98,14 @@ void CompressItem(const slib::String& source, const slib::String& target) {
                 zip.addFolder(StoredNameFromRelativePath(folder.relativePath), folder.time);
             }
             const std::u16string prefix = source.units() + u"\\";
+            const std::u16string targetName = LastComponent(target.units());
             for (const WalkedItem& item : walk.files) {
                 const std::u16string name = StoredNameFromRelativePath(item.relativePath);
                 FileStream file(prefix +
                                 item.relativePath.substr(item.relativePath.find(u'\\') + 1));
-                if (file.isSameFileAs(archive.handle())) {
+                // Only a file of the archive's name can be the archive itself.
+                if (slib::EqualsIgnoringCase(LastComponent(item.relativePath), targetName) &&
+                    file.isSameFileAs(archive.handle())) {
                     continue;
                 }
                 zip.addFile(name, file.time(), file, file.size());
