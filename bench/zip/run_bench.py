@@ -2,11 +2,12 @@
 """The zip benchmark: VFile_Compress and VFile_DeCompress through ./fmhost against Info-ZIP's
 `zip -r -6 -q` and `unzip -q`, on the same corpus in the same run. Never a test.
 
-    bench/zip/run_bench.py [--size-mb 200] [--seed 1] [--work DIR] [--large-gb 0]
+    bench/zip/run_bench.py [--size-mb 200] [--seed 1] [--work DIR] [--repeat 3] [--large-gb 0]
 
-Prints, for each side, the wall time and throughput (plug-in side: the whole fmhost run, and the
-call alone with fmhost's idle start-up taken off), the ratios, the archive sizes and their ratio,
-and the peak memory of the fmhost process above its idle figure. --large-gb N adds a round trip
+Each figure is the best of --repeat runs (the machine may be shared). Prints, for each side, the
+wall time and throughput (plug-in side: the whole fmhost run, and the call alone with fmhost's
+idle start-up taken off), the ratios, the archive sizes and their ratio, and the peak memory of
+the fmhost process above its idle figure. --large-gb N adds a round trip
 of one sparse N GB file, for the memory figure with a file far larger than any buffer.
 """
 import argparse
@@ -53,7 +54,7 @@ def tree_size(root):
     return sum(os.path.getsize(os.path.join(d, f)) for d, _, files in os.walk(root) for f in files)
 
 
-def best(times, label, action):
+def best(times, action):
     """The fastest of `times` runs of `action` (the machine is shared)."""
     results = [action() for _ in range(times)]
     return min(results, key=lambda r: r[0])
@@ -64,7 +65,7 @@ def main():
     parser.add_argument("--size-mb", type=float, default=200)
     parser.add_argument("--seed", type=int, default=1)
     parser.add_argument("--work", default=None)
-    parser.add_argument("--repeat", type=int, default=1)
+    parser.add_argument("--repeat", type=int, default=3)
     parser.add_argument("--large-gb", type=float, default=0)
     args = parser.parse_args()
     work = args.work or tempfile.mkdtemp(prefix="vf-zip-bench-")
@@ -77,7 +78,7 @@ def main():
     files = sum(len(f) for _, _, f in os.walk(corpus))
     print("corpus: %.1f MB in %d files (seed %d)" % (total, files, args.seed))
 
-    idle_seconds, idle_peak = best(3, "idle", lambda: fmhost("1"))
+    idle_seconds, idle_peak = best(3, lambda: fmhost("1"))
     print("fmhost idle: %.2f s, %.1f MB peak" % (idle_seconds, idle_peak))
 
     ours_zip = os.path.join(work, "ours.zip")
@@ -116,14 +117,14 @@ def main():
         print("  peak memory: fmhost %.1f MB, %.1f MB above idle (target <= 64); %s %.1f MB" %
               (ours[1], ours[1] - idle_peak, tool, theirs[1]))
 
-    compress_ours = best(args.repeat, "ours", our_compress)
-    compress_theirs = best(args.repeat, "zip", their_compress)
+    compress_ours = best(args.repeat, our_compress)
+    compress_theirs = best(args.repeat, their_compress)
     report("compress", compress_ours, compress_theirs, "zip -6", ">= 1.8x")
     ours_size, theirs_size = os.path.getsize(ours_zip), os.path.getsize(theirs_zip)
     print("  archive size: ours %d, Info-ZIP %d, ratio %.4f (target within 0.5 %%)" %
           (ours_size, theirs_size, ours_size / theirs_size))
-    decompress_ours = best(args.repeat, "ours", our_decompress)
-    decompress_theirs = best(args.repeat, "unzip", their_decompress)
+    decompress_ours = best(args.repeat, our_decompress)
+    decompress_theirs = best(args.repeat, their_decompress)
     report("decompress", decompress_ours, decompress_theirs, "unzip", ">= 1.2x")
 
     if args.large_gb > 0:
