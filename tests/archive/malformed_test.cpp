@@ -150,14 +150,5 @@ TEST(Malformed, NamesLandInsideTheTargetOrAreRefused) {
     EXPECT_EQ(outcome.tree, (Tree{{"evil.txt", "1"}, {"etc/x", "2"}, {"c.txt", "3"}}));
 }
 
-TEST(Malformed, AnEntryClaimingMoreThanItHoldsNeverWritesPastItsClaim) {
-    // A small claim with a large stream behind it: extraction stops at the claim.
-    Bytes bytes = Build({{u"bomb.txt", std::string(1 << 20, 'a')}});
-    StoreLe32(&bytes[CentralHeader(bytes, 0) + 24], 1000);
-    const Outcome outcome = Extract(bytes);
-    EXPECT_EQ(outcome.failure, kNotExtracted);
-    EXPECT_EQ(outcome.discarded, 1);
-}
-
 }  // namespace
 }  // namespace archive_test
