@@ -73,7 +73,7 @@ TEST(RoundTrip, EveryKindOfContentComesBackAsItWent) {
     EXPECT_EQ(slib::Utf16ToUtf8(entries[0].name), "empty folder/");
 }
 
-TEST(RoundTrip, BlockwiseDeflateStaysWithinHalfAPercentOfOneStream) {
+TEST(RoundTrip, BlockwiseDeflateLosesUnderATenthOfAPercentAgainstOneStream) {
     const std::string text = Text(4 * kBlock + 999, 7);
     const std::vector<uint8_t> bytes = Build({{u"t.txt", text}});
     z_stream stream = {};
@@ -87,7 +87,8 @@ TEST(RoundTrip, BlockwiseDeflateStaysWithinHalfAPercentOfOneStream) {
     const double oneStream = static_cast<double>(stream.total_out);
     deflateEnd(&stream);
     const double ours = static_cast<double>(Entries(bytes)[0].compressed);
-    EXPECT_LT(ours, oneStream * 1.005);
+    // Without the previous block as dictionary the loss is about ten times this.
+    EXPECT_LT(ours, oneStream * 1.001) << ours / oneStream;
 }
 
 TEST(RoundTrip, TimesTravelInTheDosFieldsAndTheTimestampExtra) {
