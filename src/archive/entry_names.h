@@ -20,7 +20,8 @@ bool IsStoredWithoutCompression(std::u16string_view entryName);
 
 // The stored name made safe, repeating until no rule applies: a drive prefix ("x:") goes, then a
 // leading "\" or "/", then everything up to the last occurrence of "\..\", "\../", "/../" or
-// "/..\" (the first of these patterns that occurs). A leading "../" is left alone here; ResolveInsideFolder refuses it.
+// "/..\" (the first of these patterns that occurs). A leading "../" is left alone here;
+// ResolveInsideFolder refuses it.
 std::u16string SanitiseEntryName(std::u16string name);
 
 // The folders and file a sanitised name leads to, from the extraction folder down ("a/./b/" gives
