@@ -2,6 +2,7 @@
 
 #include <windows.h>
 
+#include <algorithm>
 #include <thread>
 
 #include "archive/archive_failures.h"
@@ -63,9 +64,11 @@ class NewArchiveFile {
     bool completed_ = false;
 };
 
+// One deflate worker per core, up to a number that keeps memory within bounds on large machines.
 unsigned WorkerCount() {
+    constexpr unsigned kMostWorkers = 8;
     const unsigned cores = std::thread::hardware_concurrency();
-    return cores == 0 ? 1 : cores;
+    return cores == 0 ? 1 : std::min(cores, kMostWorkers);
 }
 
 std::u16string LastComponent(const std::u16string& path) {
