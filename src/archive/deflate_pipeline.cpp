@@ -33,10 +33,12 @@ class RawDeflater {
             return false;
         }
         // Room for the worst case up front, so one call normally does the whole block.
-        const size_t bound = deflateBound(&stream_, static_cast<uLong>(block.input.size())) + 64;
-        block.output.resize(bound);
+        const size_t bound = deflateBound(&stream_, static_cast<uLong>(block.inputLength)) + 64;
+        if (block.output.size() < bound) {
+            block.output.resize(bound);
+        }
         stream_.next_in = block.input.data();
-        stream_.avail_in = static_cast<uInt>(block.input.size());
+        stream_.avail_in = static_cast<uInt>(block.inputLength);
         size_t produced = 0;
         const int flush = block.last ? Z_FINISH : Z_SYNC_FLUSH;
         for (;;) {
@@ -57,7 +59,7 @@ class RawDeflater {
                 break;
             }
         }
-        block.output.resize(produced);
+        block.outputLength = produced;
         return true;
     }
 
@@ -73,7 +75,7 @@ DeflatePipeline::DeflatePipeline(unsigned workers, int level) {
     const size_t blockCount = 2 * static_cast<size_t>(workers) + 2;
     for (size_t i = 0; i < blockCount; ++i) {
         blocks_.push_back(std::make_unique<DeflateBlock>());
-        blocks_.back()->input.reserve(kBlockSize);
+        blocks_.back()->input.resize(kBlockSize);
         free_.push_back(blocks_.back().get());
     }
     try {
@@ -147,7 +149,7 @@ void DeflatePipeline::work(int level) {
             queue_.pop_front();
         }
         block->crc = static_cast<uint32_t>(
-            crc32(0, block->input.data(), static_cast<uInt>(block->input.size())));
+            crc32(0, block->input.data(), static_cast<uInt>(block->inputLength)));
         const bool ok = !block->deflate || deflater.run(*block);
         {
             std::lock_guard<std::mutex> lock(mutex_);

@@ -21,18 +21,23 @@
 namespace archive {
 
 struct DeflateBlock {
+    // Buffers keep their size for the whole archive (no clearing per block); the lengths say how
+    // much of them is in use.
     std::vector<uint8_t> input;
+    size_t inputLength = 0;
     std::vector<uint8_t> dictionary;  // the previous block's last 32 KiB; empty for a first block
     bool deflate = true;              // false: stored as it is, only the CRC is computed
     bool last = false;                // finishes the entry's deflate stream
 
     // Filled in by the worker.
     std::vector<uint8_t> output;
+    size_t outputLength = 0;
     uint32_t crc = 0;
     bool failed = false;  // zlib refused (out of memory)
     std::atomic<bool> done{false};
 
-    const std::vector<uint8_t>& data() const { return deflate ? output : input; }
+    const uint8_t* data() const { return deflate ? output.data() : input.data(); }
+    size_t dataLength() const { return deflate ? outputLength : inputLength; }
 };
 
 class DeflatePipeline {

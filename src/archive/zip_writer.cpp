@@ -84,7 +84,6 @@ void ZipWriter::addFile(std::u16string_view name, const EntryTime& time, ByteStr
     tail.clear();
     for (;;) {
         DeflateBlock* block = nextFreeBlock();
-        block->input.resize(DeflatePipeline::kBlockSize);
         size_t filled = 0;
         while (filled < block->input.size()) {
             const size_t got =
@@ -94,13 +93,14 @@ void ZipWriter::addFile(std::u16string_view name, const EntryTime& time, ByteStr
             }
             filled += got;
         }
-        block->input.resize(filled);
+        block->inputLength = filled;
         block->deflate = deflate;
         block->last = filled < DeflatePipeline::kBlockSize;
         if (deflate) {
             block->dictionary.assign(tail.begin(), tail.end());
             const size_t keep = std::min(filled, DeflatePipeline::kDictionarySize);
-            tail.assign(block->input.end() - static_cast<std::ptrdiff_t>(keep), block->input.end());
+            const uint8_t* end = block->input.data() + filled;
+            tail.assign(end - keep, end);
         }
         const bool last = block->last;
         pipeline_.submit(block);
@@ -156,12 +156,11 @@ void ZipWriter::emit(const Pending& pending) {
                 pipeline_.release(block);
                 FailFileNotAdded();
             }
-            const std::vector<uint8_t>& data = block->data();
-            append(data.data(), data.size());
+            append(block->data(), block->dataLength());
             entry.crc = static_cast<uint32_t>(
-                crc32_combine(entry.crc, block->crc, static_cast<z_off_t>(block->input.size())));
-            entry.compressed += data.size();
-            entry.uncompressed += block->input.size();
+                crc32_combine(entry.crc, block->crc, static_cast<z_off_t>(block->inputLength)));
+            entry.compressed += block->dataLength();
+            entry.uncompressed += block->inputLength;
             pipeline_.release(block);
             break;
         }
