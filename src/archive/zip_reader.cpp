@@ -261,10 +261,21 @@ void ZipReader::claimSpan(uint64_t start, uint64_t end) {
     if (next != spans_.end() && next->first < end) {
         FailEntryNotExtracted();
     }
-    if (next != spans_.begin() && std::prev(next)->second > start) {
+    auto previous = next == spans_.begin() ? spans_.end() : std::prev(next);
+    if (previous != spans_.end() && previous->second > start) {
         FailEntryNotExtracted();
     }
-    spans_.emplace(start, end);
+    // Entries usually follow each other without a gap: joined spans keep the map small however
+    // many entries the archive has.
+    if (next != spans_.end() && next->first == end) {
+        end = next->second;
+        spans_.erase(next);
+    }
+    if (previous != spans_.end() && previous->second == start) {
+        previous->second = end;
+    } else {
+        spans_.emplace(start, end);
+    }
 }
 
 void ZipReader::extractEntry(const ArchiveEntry& entry, ExtractTarget& target) {

@@ -69,7 +69,7 @@ class ZipReader {
     OemDecoder decodeOem_;
     DirectoryLocation directory_;
     uint64_t cursor_ = 0;                 // the next central header
-    std::map<uint64_t, uint64_t> spans_;  // start to end of every entry extracted so far
+    std::map<uint64_t, uint64_t> spans_;  // start to end of the bytes entries extracted so far use
     std::vector<uint8_t> window_;         // central directory bytes read ahead
     uint64_t windowOffset_ = 0;
     std::vector<uint8_t> input_;
