@@ -32,9 +32,8 @@ class RecordedFile : public archive::EntryFile {
     void write(const uint8_t* data, size_t length) override {
         content_.append(reinterpret_cast<const char*>(data), length);
     }
-    void commit(const archive::EntryTime& time) override {
+    void commit(const archive::EntryTime&) override {
         outcome_.tree[path_] = content_;
-        outcome_.times[path_] = time;
         committed_ = true;
     }
 
@@ -71,7 +70,8 @@ std::u16string Latin1(std::string_view bytes) {
 
 }  // namespace
 
-std::vector<uint8_t> Build(const std::vector<Item>& items, const archive::EntryTime& time) {
+std::vector<uint8_t> Build(const std::vector<Item>& items) {
+    const archive::EntryTime time;
     archive::MemoryWriter out;
     archive::ZipWriter writer(out, 2);
     for (const Item& item : items) {

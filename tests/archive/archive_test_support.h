@@ -7,7 +7,6 @@
 #include <string>
 #include <vector>
 
-#include "archive/entry_time.h"
 #include "archive/extract_target.h"
 
 namespace archive_test {
@@ -18,8 +17,7 @@ struct Item {
     bool folder = false;
 };
 // An archive written by ZipWriter with two workers, items in the given order.
-std::vector<uint8_t> Build(const std::vector<Item>& items,
-                           const archive::EntryTime& time = archive::EntryTime());
+std::vector<uint8_t> Build(const std::vector<Item>& items);
 
 // What unpacking left: "/"-joined path to content ("<dir>" for folders), plus the failure
 // ("<code> <message>", empty on success) and how many files were thrown away unfinished.
@@ -27,7 +25,6 @@ struct Outcome {
     std::map<std::string, std::string> tree;
     std::string failure;
     int discarded = 0;
-    std::map<std::string, archive::EntryTime> times;
 };
 Outcome Extract(const std::vector<uint8_t>& archive);
 

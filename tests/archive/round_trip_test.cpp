@@ -1,5 +1,5 @@
-// Archives written by ZipWriter and read back by ZipReader, in memory: content, names, methods,
-// times and the records every other tool relies on.
+// Archives written by ZipWriter and read back by ZipReader, in memory: content, names, methods
+// and the records every other tool relies on.
 #include <gtest/gtest.h>
 #include <zlib.h>
 
@@ -89,24 +89,6 @@ TEST(RoundTrip, BlockwiseDeflateLosesUnderATenthOfAPercentAgainstOneStream) {
     const double ours = static_cast<double>(Entries(bytes)[0].compressed);
     // Without the previous block as dictionary the loss is about ten times this.
     EXPECT_LT(ours, oneStream * 1.001) << ours / oneStream;
-}
-
-TEST(RoundTrip, TimesTravelInTheDosFieldsAndTheTimestampExtra) {
-    archive::EntryTime time;
-    time.dosDate = static_cast<uint16_t>(((2024 - 1980) << 9) | (2 << 5) | 29);
-    time.dosTime = static_cast<uint16_t>((13 << 11) | (45 << 5) | (58 / 2));
-    time.hasUnixTime = true;
-    time.unixTime = 1709214358;
-    const Outcome outcome = Extract(Build({{u"t.txt", "t"}}, time));
-    const archive::EntryTime& back = outcome.times.at("t.txt");
-    EXPECT_EQ(back.dosDate, time.dosDate);
-    EXPECT_EQ(back.dosTime, time.dosTime);
-    EXPECT_TRUE(back.hasUnixTime);
-    EXPECT_EQ(back.unixTime, time.unixTime);
-
-    archive::EntryTime outOfRange = time;
-    outOfRange.unixTime = int64_t{1} << 40;  // past what the extra field holds: left out
-    EXPECT_FALSE(Extract(Build({{u"t.txt", "t"}}, outOfRange)).times.at("t.txt").hasUnixTime);
 }
 
 TEST(RoundTrip, MoreThan65534EntriesGetTheZip64EndRecords) {
