@@ -51,12 +51,7 @@ class NewArchiveFile {
     NewArchiveFile& operator=(const NewArchiveFile&) = delete;
 
     HANDLE handle() const { return handle_.get(); }
-    void complete() {
-        if (!FlushFileBuffers(handle_.get()) && GetLastError() != ERROR_INVALID_FUNCTION) {
-            FailFileNotAdded();
-        }
-        completed_ = true;
-    }
+    void complete() { completed_ = true; }
 
   private:
     std::u16string path_;
