@@ -84,6 +84,7 @@ TEST_F(ZipFunctions, CompressPacksFilesAndFolderContentsAndRefusesInOrder) {
          Failed(-43, "Unable to add file to zip.")},
         {uR"(VFile_Compress( "src" ; "src.zip" ))", Succeeded()},
         {uR"(VFile_Compress( "only folders" ; "folders.zip" ))", Succeeded()},
+        {uR"(VFile_Compress( "only folders/" ; "folders again.zip" ))", Succeeded()},
         {uR"(VFile_Compress( "photo.JPG.zip" ; "photo.zip" ))", Succeeded()},
         {uR"(VFile_Compress( "report.gzip" ; "plain.txt.zip" ))", Succeeded()},
         // A target that is no archive is replaced.
@@ -102,6 +103,7 @@ TEST_F(ZipFunctions, CompressPacksFilesAndFolderContentsAndRefusesInOrder) {
                   "sub/gr\u00FC\u00DFe \u65E5\u672C.txt:deflated", "sub/noise.bin:deflated"}));
     EXPECT_EQ(Listing(path(u"folders.zip")),
               (std::vector<std::string>{"x/:stored", "x/y/:stored"}));
+    EXPECT_EQ(Listing(path(u"folders again.zip")), Listing(path(u"folders.zip")));
     EXPECT_EQ(Listing(path(u"photo.zip")), std::vector<std::string>{"photo.JPG.zip:stored"});
     EXPECT_EQ(Listing(path(u"plain.txt.zip")), std::vector<std::string>{"report.gzip:deflated"});
     EXPECT_EQ(Listing(path(u"plain.txt")), std::vector<std::string>{"a.txt:deflated"});

@@ -45,9 +45,10 @@ FolderWalk WalkFolder(const std::u16string& source) {
         return walk;
     }
     walk.sourceIsFolder = true;
+    const std::u16string base = WithoutTrailingSeparators(source);
     // Open listings from the top down to the folder being read: no recursion, however deep.
     std::vector<std::unique_ptr<Listing>> open;
-    open.push_back(OpenListing(source, u""));
+    open.push_back(OpenListing(base, u""));
     while (!open.empty()) {
         Listing& listing = *open.back();
         if (!listing.pending) {
@@ -68,10 +69,17 @@ FolderWalk WalkFolder(const std::u16string& source) {
         }
         walk.folders.push_back(walked);
         if ((item.dwFileAttributes & FILE_ATTRIBUTE_REPARSE_POINT) == 0) {
-            open.push_back(OpenListing(source, walked.relativePath));
+            open.push_back(OpenListing(base, walked.relativePath));
         }
     }
     return walk;
+}
+
+std::u16string WithoutTrailingSeparators(std::u16string path) {
+    while (!path.empty() && path.back() == u'\\') {
+        path.pop_back();
+    }
+    return path;
 }
 
 }  // namespace archive

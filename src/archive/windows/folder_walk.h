@@ -26,4 +26,8 @@ struct FolderWalk {
 // endless; it is stored as an empty folder.
 FolderWalk WalkFolder(const std::u16string& source);
 
+// `path` without trailing separators ("C:\" gives "C:"), ready to have "\" and a name joined to
+// it: the long-path form takes names as they are, so a doubled separator would not resolve.
+std::u16string WithoutTrailingSeparators(std::u16string path);
+
 }  // namespace archive

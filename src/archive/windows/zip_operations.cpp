@@ -95,7 +95,7 @@ void CompressItem(const slib::String& source, const slib::String& target) {
             for (const WalkedItem& folder : walk.folders) {
                 zip.addFolder(StoredNameFromRelativePath(folder.relativePath), folder.time);
             }
-            const std::u16string prefix = source.units() + u"\\";
+            const std::u16string prefix = WithoutTrailingSeparators(source.units()) + u"\\";
             const std::u16string targetName = LastComponent(target.units());
             for (const WalkedItem& item : walk.files) {
                 const std::u16string name = StoredNameFromRelativePath(item.relativePath);
