@@ -10,8 +10,12 @@ packages=(
     wine wine64 xvfb
     googletest
     ccache
-    zip unzip  # the zip tests check our archives with Info-ZIP and unpack its archives
-    python3    # the zip interoperability test and the zip benchmark
+    # Zone data: the date tests run Wine with TZ=Europe/Berlin.
+    tzdata
+    # Info-ZIP: the zip tests check our archives with it and unpack its archives.
+    zip unzip
+    # The zip interoperability test and the zip benchmark.
+    python3
 )
 
 missing=()
