@@ -1,9 +1,11 @@
 #include "cli_app.h"
 
 #include <memory>
+#include <optional>
 #include <thread>
 
 #include "host_driver.h"
+#include "process_usage.h"
 #include "script_reader.h"
 #include "value_format.h"
 #include "verbose_report.h"
@@ -50,6 +52,8 @@ class Runner {
     Streams io_;
     driver::Host host_;
     size_t logShown_ = 0;
+    // Taken at the first calculation, once the script is read: its text is no growth of ours.
+    std::optional<ProcessUsage> before_;
     bool anyFailed_ = false;
 };
 
@@ -64,6 +68,13 @@ int Runner::Run() {
         host_.FailCall(options_.callFault.n, options_.callFault.code, kFmhostFaultEachFunctionCall);
     }
     const bool inputsReadable = EvaluateInputs();
+    if (before_) {
+        const ProcessUsage after = MeasureProcessUsage();
+        std::fprintf(io_.err, "fmhost: before the first calculation: %s\n",
+                     DescribeUsage(*before_, nullptr).c_str());
+        std::fprintf(io_.err, "fmhost: after the last calculation: %s\n",
+                     DescribeUsage(after, &*before_).c_str());
+    }
     Shutdown();
     if (!inputsReadable)
         return kExitUsage;
@@ -195,6 +206,9 @@ void Runner::EvaluateLines(bool prompt) {
 }
 
 void Runner::Evaluate(const std::u16string& calculation) {
+    if (options_.verbose && !before_) {
+        before_ = MeasureProcessUsage();
+    }
     if (options_.echo)
         Echo(calculation);
     if (options_.threads <= 1) {
