@@ -127,6 +127,9 @@ std::string Tail(const std::string& text) {
 Figures Run(uint64_t seed, size_t calls, size_t batch, const Bounds& bounds,
             const std::function<void(const std::string&)>& progress) {
     const auto started = std::chrono::steady_clock::now();
+    // Inherited by each fmhost: a crash then ends it at once instead of starting the system's
+    // debugger (Wine's would hold the process until the safety limit).
+    SetErrorMode(GetErrorMode() | SEM_NOGPFAULTERRORBOX | SEM_FAILCRITICALERRORS);
     const std::u16string temp = TempFolder();
     const std::u16string outer = temp + u"\\vf-soak-" +
                                  FromWide(std::to_wstring(GetCurrentProcessId()).c_str()) + u"-" +
@@ -171,7 +174,8 @@ Figures Run(uint64_t seed, size_t calls, size_t batch, const Bounds& bounds,
         figures.answered += answered;
         if (answered != count) {
             figures.problems.push_back(where + ": " + std::to_string(answered) + " of " +
-                                       std::to_string(count) + " calls answered");
+                                       std::to_string(count) + " calls answered (exit status " +
+                                       std::to_string(run.exitCode) + ")");
         }
         const std::optional<int64_t> handles = Growth(run.err, "handles");
         const std::optional<int64_t> gdi = Growth(run.err, "GDI objects");

@@ -16,7 +16,7 @@ namespace vf::soak {
 struct Bounds {
     int64_t handles = 32;  // per batch, after less the count before the first calculation
     int64_t gdiObjects = 32;
-    int64_t privateBytes = 8 << 20;
+    int64_t privateBytes = 4 << 20;
 };
 
 struct Figures {

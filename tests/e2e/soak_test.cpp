@@ -1,4 +1,4 @@
-// A short seed of the random-call soak: every call answered, the host exits normally, nothing
+// Ten thousand calls of the random-call soak: every call answered, the host exits normally, nothing
 // written outside the scratch folder, and handles, GDI objects and private bytes flat over the
 // run. scripts/soak.sh runs long ones.
 #include <gtest/gtest.h>
@@ -8,7 +8,7 @@
 namespace {
 
 TEST(Soak, AShortSeedLeavesTheHostWholeAndTheDiskOutsideUntouched) {
-    const vf::soak::Figures figures = vf::soak::Run(20261123, 3000, 3000, vf::soak::Bounds(), {});
+    const vf::soak::Figures figures = vf::soak::Run(20261123, 10000, 10000, vf::soak::Bounds(), {});
     EXPECT_EQ(figures.answered, figures.calls);
     for (const std::string& problem : figures.problems) {
         ADD_FAILURE() << problem;
