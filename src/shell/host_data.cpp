@@ -38,6 +38,10 @@ void DataSetAsNumber(FmxData& data, const FmxFixPt& number, int32_t nativeType) 
     HostCall(FM_Data_SetAsNumber, &data, number, nativeType);
 }
 
+void DataSetAsTimeStamp(FmxData& data, const FmxDateTime& timestamp, int32_t nativeType) {
+    HostCall(FM_Data_SetAsTimeStamp, &data, timestamp, nativeType);
+}
+
 bool DataGetPostscriptFontInfo(const FmxData& data, uint16_t font, FmxText& name,
                                const FmxExprEnv& env) {
     return HostCall(FM_Data_GetPostscriptFontInfo, &data, font, name, env);

@@ -48,4 +48,8 @@ CharacterStylePtr NewCharacterStyle() {
     return Construct<CharacterStylePtr>(FM_CharacterStyle_Constructor1);
 }
 
+DateTimePtr NewDateTime() {
+    return Construct<DateTimePtr>(FM_DateTime_Constructor1);
+}
+
 }  // namespace fmlib
