@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <functional>
 
+#include "foundation/windows/long_path_walk.h"
 #include "items_e2e/items_fixture.h"
 
 namespace items_test {
@@ -93,6 +94,28 @@ TEST_F(LongPaths, DeepTreesTravelBetweenShortAndLongLocationsBothWays) {
     EXPECT_EQ(remove(u"far"), Succeeded());
     EXPECT_EQ(remove(u"top back.txt"), Succeeded());
     EXPECT_EQ(snapshot(), (Tree{}));
+}
+
+TEST(LongForm, ResolvesThePathAsThePlainFormWouldThenPrefixesIt) {
+    const struct {
+        std::u16string given, expected;
+    } cases[] = {
+        {u"C:\\a\\b", u"\\\\?\\C:\\a\\b"},
+        // The prefixed form takes every character literally: resolve "..", ".", "/", trailing
+        // dots and separators first, or the walk would reach other items than the checks saw.
+        {u"C:\\a\\x\\..\\.\\b", u"\\\\?\\C:\\a\\b"},
+        {u"C:/a/b", u"\\\\?\\C:\\a\\b"},
+        {u"C:\\a\\b.", u"\\\\?\\C:\\a\\b"},
+        {u"C:\\a\\b\\\\", u"\\\\?\\C:\\a\\b"},
+        {u"C:\\", u"\\\\?\\C:\\"},
+        {u"\\\\server\\share\\x", u"\\\\?\\UNC\\server\\share\\x"},
+        {u"\\\\?\\C:\\a\\..\\b", u"\\\\?\\C:\\a\\..\\b"},
+        {u"C:\\" + std::u16string(300, u'n') + u"\\..\\b", u"\\\\?\\C:\\b"},
+    };
+    for (const auto& c : cases) {
+        EXPECT_EQ(Narrow(slib::long_path::LongForm(c.given)), Narrow(c.expected))
+            << Narrow(c.given);
+    }
 }
 
 // A folder on another volume for this test, or empty when the system has none to offer: Wine
