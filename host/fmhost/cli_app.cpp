@@ -3,6 +3,7 @@
 #include <memory>
 #include <optional>
 #include <thread>
+#include <vector>
 
 #include "host_driver.h"
 #include "process_usage.h"
@@ -54,6 +55,10 @@ class Runner {
     size_t logShown_ = 0;
     // Taken at the first calculation, once the script is read: its text is no growth of ours.
     std::optional<ProcessUsage> before_;
+    // Scripts stay in memory until the report: their memory is held before the first calculation
+    // and must still be held after the last, or its release would hide a leak.
+    std::vector<std::string> scriptTexts_;
+    std::vector<std::vector<ScriptBlock>> scriptBlocks_;
     bool anyFailed_ = false;
 };
 
@@ -156,13 +161,13 @@ bool Runner::EvaluateInputs() {
             Evaluate(input.value);
             continue;
         }
-        std::string content;
+        std::string& content = scriptTexts_.emplace_back();
         if (!ReadWholeFile(std::wstring(input.value.begin(), input.value.end()), content)) {
             std::fprintf(io_.err, "fmhost: cannot read the script %s\n",
                          driver::ToUtf8(input.value).c_str());
             return false;
         }
-        for (const ScriptBlock& block : SplitScript(content))
+        for (const ScriptBlock& block : scriptBlocks_.emplace_back(SplitScript(content)))
             Evaluate(block.calculation);
     }
     return true;
