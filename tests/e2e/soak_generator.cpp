@@ -148,6 +148,29 @@ const std::vector<std::string>& Others() {
 
 }  // namespace
 
+std::string StoredName(std::string name) {
+    while (!name.empty() && (name.back() == '.' || name.back() == ' ')) {
+        name.pop_back();
+    }
+    for (char& c : name) {
+        c = (c >= 'A' && c <= 'Z') ? static_cast<char>(c - 'A' + 'a') : c;
+    }
+    return name;
+}
+
+std::set<std::string> ItemNames() {
+    std::set<std::string> names;
+    for (const std::string& name : Names()) {
+        names.insert(StoredName(name));
+        // "c:d" names the stream "d" of an item "c".
+        names.insert(StoredName(name.substr(0, name.find(':'))));
+    }
+    for (const std::string& path : Known()) {
+        names.insert(StoredName(path.substr(0, path.find('/'))));
+    }
+    return names;
+}
+
 std::string Quoted(const std::string& text) {
     std::string quoted = "\"";
     for (const char c : text) {

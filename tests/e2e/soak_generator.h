@@ -12,6 +12,7 @@
 
 #include <cstdint>
 #include <random>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -44,6 +45,12 @@ class CallGenerator {
     std::mt19937_64 random_;
     std::string scratch_;
 };
+
+// Every name the generated paths give an item, as the system stores it (trailing dots and
+// blanks dropped, ASCII in lower case): an item of such a name outside the scratch folder is an
+// escape, any other is not the soak's.
+std::set<std::string> ItemNames();
+std::string StoredName(std::string name);
 
 // A text constant of the calculation language holding `text` exactly.
 std::string Quoted(const std::string& text);

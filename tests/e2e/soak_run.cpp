@@ -140,6 +140,7 @@ Figures Run(uint64_t seed, size_t calls, size_t batch, const Bounds& bounds,
     CreateDirectoryW(Wide(outer), nullptr);
     CreateDirectoryW(Wide(scratch), nullptr);
     const std::set<std::u16string> tempBefore = Names(temp);
+    const std::set<std::string> itemNames = ItemNames();
 
     CallGenerator generator(seed, HostForm(scratch));
     const std::regex answer("@@\\d+@@");
@@ -204,9 +205,10 @@ Figures Run(uint64_t seed, size_t calls, size_t batch, const Bounds& bounds,
                                            " beside the scratch folder");
             }
         }
-        // Other test programs may make their own "vf-" folders here meanwhile.
+        // Other test programs make items of their own here meanwhile: only names the calls use
+        // are an escape.
         for (const std::u16string& name : Names(temp)) {
-            if (tempBefore.count(name) == 0 && name.rfind(u"vf-", 0) != 0) {
+            if (tempBefore.count(name) == 0 && itemNames.count(StoredName(Narrow(name))) != 0) {
                 figures.problems.push_back(where + ": wrote " + Narrow(name) +
                                            " in the temporary folder");
             }
