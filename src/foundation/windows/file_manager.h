@@ -5,7 +5,8 @@
 //
 // Paths are absolute Windows paths with "\" separators. Operations that open or create an item
 // by name hand the system the "\\?\" long-path form; the kind test, copy/move/delete and the
-// shell actions pass the path as given, since the shell refuses the prefixed form.
+// shell actions pass the path as given, since the shell refuses the prefixed form. A copy, move or
+// delete that would reach a path the shell cannot hold runs on our own long-path walk instead.
 
 #include <cstdint>
 #include <memory>
