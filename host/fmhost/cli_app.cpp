@@ -2,6 +2,7 @@
 
 #include <memory>
 #include <optional>
+#include <string>
 #include <thread>
 #include <vector>
 
@@ -53,8 +54,10 @@ class Runner {
     Streams io_;
     driver::Host host_;
     size_t logShown_ = 0;
-    // Taken at the first calculation, once the script is read: its text is no growth of ours.
+    // Taken at the first counted calculation (after --warm-up ones), once the script is read:
+    // its text is no growth of ours.
     std::optional<ProcessUsage> before_;
+    uint32_t evaluated_ = 0;
     // Scripts stay in memory until the report: their memory is held before the first calculation
     // and must still be held after the last, or its release would hide a leak.
     std::vector<std::string> scriptTexts_;
@@ -75,7 +78,11 @@ int Runner::Run() {
     const bool inputsReadable = EvaluateInputs();
     if (before_) {
         const ProcessUsage after = MeasureProcessUsage();
-        std::fprintf(io_.err, "fmhost: before the first calculation: %s\n",
+        const std::string start =
+            options_.warmUp == 0
+                ? std::string("before the first calculation")
+                : "after " + std::to_string(options_.warmUp) + " warm-up calculations";
+        std::fprintf(io_.err, "fmhost: %s: %s\n", start.c_str(),
                      DescribeUsage(*before_, nullptr).c_str());
         std::fprintf(io_.err, "fmhost: after the last calculation: %s\n",
                      DescribeUsage(after, &*before_).c_str());
@@ -211,9 +218,10 @@ void Runner::EvaluateLines(bool prompt) {
 }
 
 void Runner::Evaluate(const std::u16string& calculation) {
-    if (options_.verbose && !before_) {
+    if (options_.verbose && !before_ && evaluated_ == options_.warmUp) {
         before_ = MeasureProcessUsage();
     }
+    ++evaluated_;
     if (options_.echo)
         Echo(calculation);
     if (options_.threads <= 1) {

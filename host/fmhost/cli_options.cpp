@@ -100,6 +100,10 @@ ParsedOptions ParseOptions(const std::vector<std::u16string>& args) {
             if (!ParseInteger(value(), 1, 64, a))
                 return fail("--threads takes 1..64");
             o.threads = static_cast<int>(a);
+        } else if (arg == u"--warm-up") {
+            if (!ParseInteger(value(), 0, 1000000, a))
+                return fail("--warm-up takes 0..1000000");
+            o.warmUp = static_cast<uint32_t>(a);
         } else if (arg == u"--fail-call" || arg == u"--fail-call-from-load") {
             if (!ParsePair(value(), 1, 1000000, 1, 2, a, b, true)) {
                 return fail(ToUtf8(arg) + " takes N or N:CODE (CODE 1 or 2)");
@@ -152,6 +156,8 @@ Calculations:
   --prompt                  read calculations from a prompt even when input is no terminal
   --threads N               evaluate every calculation from N threads at once; each thread's
                             result prints on its own line, in thread order
+  --warm-up N               with --verbose, the resource report starts counting after the
+                            first N calculations (what a plug-in sets up once is no growth)
 
 Fault injection:
   --fail-call N[:CODE]      in every plug-in function call, the Nth FM_ call the plug-in

@@ -33,6 +33,8 @@ struct Options {
     std::vector<Input> inputs;
     bool prompt = false;
     int threads = 1;
+    // Calculations evaluated before the --verbose resource report takes its starting figures.
+    uint32_t warmUp = 0;
     bool preferences = false;
     bool echo = false;
     bool verbose = false;
