@@ -20,6 +20,10 @@ inline const wchar_t* Wide(const std::u16string& text) {
     return reinterpret_cast<const wchar_t*>(text.c_str());
 }
 
+// 0 file, 1 folder, 2 no such item for a path in the form the system gets it (prefixed or not);
+// -54 "Insufficent file permissions" when the system cannot tell.
+uint32_t QueryItemKind(const wchar_t* systemPath);
+
 // COM for the calling thread while a shell call runs. A thread the host already set up in another
 // apartment model keeps it (RPC_E_CHANGED_MODE): the shell works there too, and we must not
 // balance an initialisation we did not make.

@@ -5,12 +5,12 @@
 #include "foundation/error_codes.h"
 #include "foundation/exception.h"
 #include "foundation/windows/file_manager.h"
+#include "foundation/windows/file_manager_handles.h"
 
 namespace slib {
 
-uint32_t FileManager::getItemKind(const String& path) const {
-    // No long-path form here: the kind test sees the path exactly as the shell operations will.
-    const DWORD attributes = GetFileAttributesW(path.wide());
+uint32_t file_manager_detail::QueryItemKind(const wchar_t* systemPath) {
+    const DWORD attributes = GetFileAttributesW(systemPath);
     if (attributes != INVALID_FILE_ATTRIBUTES) {
         return (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0 ? ItemKind::kFolder : ItemKind::kFile;
     }
@@ -19,6 +19,11 @@ uint32_t FileManager::getItemKind(const String& path) const {
         return ItemKind::kNone;
     }
     Throw(kPermissionDenied, "Insufficent file permissions");
+}
+
+uint32_t FileManager::getItemKind(const String& path) const {
+    // No long-path form here: the kind test sees the path exactly as the shell operations will.
+    return file_manager_detail::QueryItemKind(path.wide());
 }
 
 }  // namespace slib

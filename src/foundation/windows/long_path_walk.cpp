@@ -237,15 +237,7 @@ std::u16string LongForm(const std::u16string& path) {
 }
 
 uint32_t KindOf(const std::u16string& path) {
-    const DWORD attributes = AttributesOf(LongForm(path));
-    if (attributes != INVALID_FILE_ATTRIBUTES) {
-        return (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0 ? ItemKind::kFolder : ItemKind::kFile;
-    }
-    const DWORD error = GetLastError();
-    if (error == ERROR_FILE_NOT_FOUND || error == ERROR_PATH_NOT_FOUND) {
-        return ItemKind::kNone;
-    }
-    Throw(kPermissionDenied, "Insufficent file permissions");
+    return file_manager_detail::QueryItemKind(Wide(LongForm(path)));
 }
 
 namespace {
