@@ -16,6 +16,7 @@ const FmxBinaryData& DataGetBinaryData(const FmxData& data);
 const FmxLocale& DataGetLocale(const FmxData& data);
 FmxErrcode DataSetAsText(FmxData& data, const FmxText& text, const FmxLocale& locale,
                          int32_t nativeType);
+void DataSetBinaryData(FmxData& data, const FmxBinaryData& binary);
 void DataSetAsNumber(FmxData& data, const FmxFixPt& number, int32_t nativeType);
 // The PostScript name of a font id of the environment's database; false for an unknown id.
 bool DataGetPostscriptFontInfo(const FmxData& data, uint16_t font, FmxText& name,

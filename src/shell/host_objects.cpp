@@ -48,4 +48,8 @@ CharacterStylePtr NewCharacterStyle() {
     return Construct<CharacterStylePtr>(FM_CharacterStyle_Constructor1);
 }
 
+BinaryDataPtr NewBinaryData() {
+    return Construct<BinaryDataPtr>(FM_BinaryData_Constructor1);
+}
+
 }  // namespace fmlib

@@ -24,6 +24,8 @@ using DataPtr = std::unique_ptr<FmxData, HostDeleter<FmxData, FM_Data_Delete>>;
 using QuadCharPtr = std::unique_ptr<FmxQuadChar, HostDeleter<FmxQuadChar, FM_QuadChar_Delete>>;
 using FixPtPtr = std::unique_ptr<FmxFixPt, HostDeleter<FmxFixPt, FM_FixPt_Delete>>;
 using LocalePtr = std::unique_ptr<FmxLocale, HostDeleter<FmxLocale, FM_Locale_Delete>>;
+using BinaryDataPtr =
+    std::unique_ptr<FmxBinaryData, HostDeleter<FmxBinaryData, FM_BinaryData_Delete>>;
 using CharacterStylePtr =
     std::unique_ptr<FmxCharacterStyle, HostDeleter<FmxCharacterStyle, FM_CharacterStyle_Delete>>;
 
@@ -34,5 +36,6 @@ QuadCharPtr NewQuadChar();
 QuadCharPtr NewQuadChar(char c0, char c1, char c2, char c3);
 FixPtPtr NewFixPt(int32_t value, int32_t precision);
 CharacterStylePtr NewCharacterStyle();
+BinaryDataPtr NewBinaryData();
 
 }  // namespace fmlib

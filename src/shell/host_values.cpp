@@ -56,6 +56,20 @@ FmxErrcode BinaryDataGetSIZEData(const FmxBinaryData& data, int16_t& width, int1
     return HostCall(FM_BinaryData_GetSIZEData, &data, width, height);
 }
 
+FmxErrcode BinaryDataAdd(FmxBinaryData& data, const FmxQuadChar& type, uint32_t amount,
+                         const void* bytes) {
+    // The host declares the buffer writable but only reads it.
+    return HostCall(FM_BinaryData_Add, &data, type, amount, const_cast<void*>(bytes));
+}
+
+FmxErrcode BinaryDataAddFNAMData(FmxBinaryData& data, const FmxText& fileName) {
+    return HostCall(FM_BinaryData_AddFNAMData, &data, fileName);
+}
+
+FmxErrcode BinaryDataAddSIZEData(FmxBinaryData& data, int16_t width, int16_t height) {
+    return HostCall(FM_BinaryData_AddSIZEData, &data, width, height);
+}
+
 uint8_t QuadCharAt(const FmxQuadChar& code, int32_t index) {
     return HostCall(FM_QuadChar_operatorCAR, &code, index);
 }

@@ -26,6 +26,11 @@ FmxErrcode BinaryDataGetData(const FmxBinaryData& data, int32_t index, uint32_t 
 FmxErrcode BinaryDataGetFNAMData(const FmxBinaryData& data, FmxText& fileName);
 FmxErrcode BinaryDataGetSIZEData(const FmxBinaryData& data, int16_t& width, int16_t& height);
 
+FmxErrcode BinaryDataAdd(FmxBinaryData& data, const FmxQuadChar& type, uint32_t amount,
+                         const void* bytes);
+FmxErrcode BinaryDataAddFNAMData(FmxBinaryData& data, const FmxText& fileName);
+FmxErrcode BinaryDataAddSIZEData(FmxBinaryData& data, int16_t width, int16_t height);
+
 uint8_t QuadCharAt(const FmxQuadChar& code, int32_t index);
 
 bool CharacterStyleIsAllDisabled(const FmxCharacterStyle& style);

@@ -15,6 +15,10 @@ inline HANDLE InvalidHandleValue() {
     return INVALID_HANDLE_VALUE;
 }
 
+inline void ReleaseVirtualMemory(void* memory) {
+    VirtualFree(memory, 0, MEM_RELEASE);
+}
+
 // A kernel handle whose failure value is null (processes, threads, events, ...).
 using UniqueHandle = UniqueResource<HANDLE, &CloseHandle>;
 // A handle from CreateFileW, whose failure value is INVALID_HANDLE_VALUE.
@@ -25,5 +29,8 @@ using UniqueFindHandle = UniqueResource<HANDLE, &FindClose, &InvalidHandleValue>
 using UniqueItemIdList = UniqueResource<PIDLIST_ABSOLUTE, &ILFree>;
 // Memory the system allocated with LocalAlloc for us (security descriptors, FormatMessage, ...).
 using UniqueLocalMemory = UniqueResource<HLOCAL, &LocalFree>;
+// Pages reserved and committed with VirtualAlloc: zero-filled, and only the pages touched take
+// physical memory.
+using UniqueVirtualMemory = UniqueResource<void*, &ReleaseVirtualMemory>;
 
 }  // namespace slib
