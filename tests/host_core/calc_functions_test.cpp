@@ -161,6 +161,13 @@ TEST_F(CalcFunctionsTest, Base64AndContainers) {
     EXPECT_EQ(file.AsText().Chars(), u"data.bin");
     EXPECT_EQ(Eval(u"Base64Encode ( Base64Decode ( \"AAEC\" ; \"data.bin\" ) )"), "AAEC");
     EXPECT_EQ(Eval(u"GetAsText ( Base64Decode ( \"AAEC\" ; \"data.bin\" ) )"), "data.bin");
+
+    // A reference: the path list and nothing else.
+    const Value link = ValueOf(u"ContainerReference ( \"filewin:/C:/a.pdf\" )");
+    ASSERT_EQ(link.Type(), NativeType::kContainer);
+    EXPECT_EQ(link.AsContainer().Count(), 1);
+    EXPECT_EQ(link.AsText().Chars(), u"filewin:/C:/a.pdf");
+    EXPECT_TRUE(ValueOf(u"ContainerReference ( \"\" )").AsContainer().Empty());
 }
 
 TEST_F(CalcFunctionsTest, StyledTextKeepsItsStyles) {
