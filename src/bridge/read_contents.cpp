@@ -59,7 +59,8 @@ void StoreAutomatic(const slib::String& path, const slib::Data& bytes, FmxData& 
 
 }  // namespace
 
-void StoreFileContents(const slib::String& path, const ReadRequest& request, FmxData& result) {
+void StoreFileContents(const slib::String& path, const ReadRequest& request, FmxData& result,
+                       const FmxExprEnv& env) {
     const std::shared_ptr<const slib::Data> bytes = slib::FileManager().readFile(
         path, slib::FilePosition::FromIndex(request.startIndex), request.maxLength);
     const uint8_t* data = bytes->bytes().data();
@@ -69,7 +70,7 @@ void StoreFileContents(const slib::String& path, const ReadRequest& request, Fmx
     } else if (IsTextEncoding(number) || number == encoding::kUtf16) {
         fmlib::SetResultText(result, *DecodeText(data, bytes->size(), number));
     } else if (number == encoding::kRtf) {
-        fmlib::SetResultText(result, *RtfToStyledText(*bytes));
+        fmlib::SetResultText(result, *RtfToStyledText(*bytes, result, env));
     } else if (number == encoding::kHexDump) {
         StoreAscii(result, slib::EncodeHexDump(data, bytes->size()));
     } else if (number == encoding::kBase64) {

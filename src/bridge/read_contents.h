@@ -15,7 +15,8 @@ namespace bridge {
 //   picture keywords   a picture container; bytes that are not that kind of picture: -50
 //                      "Wrong encoding specified for binary data"
 //   file          a file container
-void StoreFileContents(const slib::String& path, const ReadRequest& request, FmxData& result);
+void StoreFileContents(const slib::String& path, const ReadRequest& request, FmxData& result,
+                       const FmxExprEnv& env);
 
 // A folder's entry names joined by carriage returns, as text.
 void StoreFolderListing(const slib::String& path, FmxData& result);

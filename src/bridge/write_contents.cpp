@@ -23,7 +23,7 @@ std::shared_ptr<const slib::Data> Bytes(std::vector<uint8_t> bytes) {
 }  // namespace
 
 std::shared_ptr<const slib::Data> BytesToWrite(const FmxData& data, int32_t encoding,
-                                               PathContext& paths) {
+                                               PathContext& paths, const FmxExprEnv& env) {
     if (fmlib::DataGetNativeType(data) == fmx::kDTBinary) {
         return ContainerFileBytes(fmlib::DataGetBinaryData(data), encoding, paths);
     }
@@ -38,7 +38,7 @@ std::shared_ptr<const slib::Data> BytesToWrite(const FmxData& data, int32_t enco
         case encoding::kUtf16:
             return Bytes(Utf16Bytes(text));
         case encoding::kRtf:
-            return Bytes(StyledTextToRtf(text));
+            return Bytes(StyledTextToRtf(text, data, env));
         case encoding::kHexDump:
             return Bytes(slib::DecodeHexDump(fmlib::TextUnits(text)));
         case encoding::kBase64:

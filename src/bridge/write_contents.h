@@ -19,6 +19,6 @@ namespace bridge {
 //   41..54        -50 "Unknown encoding" (those need container data)
 // Nothing is written before the conversion has succeeded.
 std::shared_ptr<const slib::Data> BytesToWrite(const FmxData& data, int32_t encoding,
-                                               PathContext& paths);
+                                               PathContext& paths, const FmxExprEnv& env);
 
 }  // namespace bridge

@@ -20,7 +20,7 @@ void Read(const fmlib::FunctionCall& call) {
             bridge::StoreFolderListing(path, call.result);
             return;
         case slib::ItemKind::kFile:
-            bridge::StoreFileContents(path, request, call.result);
+            bridge::StoreFileContents(path, request, call.result, call.env);
             return;
         default:
             slib::Throw(slib::kItemNotFound, "File to read does not exist");

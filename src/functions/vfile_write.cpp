@@ -23,7 +23,7 @@ void Write(const fmlib::FunctionCall& call) {
     }
     // Converted in full before the file is touched: a refused conversion changes nothing.
     const std::shared_ptr<const slib::Data> bytes =
-        bridge::BytesToWrite(fmlib::DataVectAt(call.args, 1), request.encoding, paths);
+        bridge::BytesToWrite(fmlib::DataVectAt(call.args, 1), request.encoding, paths, call.env);
     if (request.startIndex) {
         manager.writeFile(path, *bytes, slib::FilePosition::FromIndex(*request.startIndex));
     } else {

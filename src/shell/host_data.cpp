@@ -42,6 +42,10 @@ void DataSetAsNumber(FmxData& data, const FmxFixPt& number, int32_t nativeType) 
     HostCall(FM_Data_SetAsNumber, &data, number, nativeType);
 }
 
+uint16_t DataGetPostscriptFontID(const FmxData& data, const FmxText& name, const FmxExprEnv& env) {
+    return HostCall(FM_Data_GetPostscriptFontID, &data, name, env);
+}
+
 bool DataGetPostscriptFontInfo(const FmxData& data, uint16_t font, FmxText& name,
                                const FmxExprEnv& env) {
     return HostCall(FM_Data_GetPostscriptFontInfo, &data, font, name, env);

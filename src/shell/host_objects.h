@@ -26,6 +26,7 @@ using FixPtPtr = std::unique_ptr<FmxFixPt, HostDeleter<FmxFixPt, FM_FixPt_Delete
 using LocalePtr = std::unique_ptr<FmxLocale, HostDeleter<FmxLocale, FM_Locale_Delete>>;
 using BinaryDataPtr =
     std::unique_ptr<FmxBinaryData, HostDeleter<FmxBinaryData, FM_BinaryData_Delete>>;
+using ColorPtr = std::unique_ptr<FmxColor, HostDeleter<FmxColor, FM_Color_Delete>>;
 using CharacterStylePtr =
     std::unique_ptr<FmxCharacterStyle, HostDeleter<FmxCharacterStyle, FM_CharacterStyle_Delete>>;
 
@@ -37,5 +38,6 @@ QuadCharPtr NewQuadChar(char c0, char c1, char c2, char c3);
 FixPtPtr NewFixPt(int32_t value, int32_t precision);
 CharacterStylePtr NewCharacterStyle();
 BinaryDataPtr NewBinaryData();
+ColorPtr NewColor(uint8_t red, uint8_t green, uint8_t blue);
 
 }  // namespace fmlib

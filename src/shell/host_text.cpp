@@ -67,6 +67,10 @@ void TextGetStyle(const FmxText& text, FmxCharacterStyle& style, uint32_t positi
     HostCall(FM_Text_GetStyle, &text, style, position);
 }
 
+void TextSetStyle(FmxText& text, const FmxCharacterStyle& style, uint32_t position, uint32_t size) {
+    HostCall(FM_Text_SetStyle, &text, style, position, size);
+}
+
 std::u16string TextUnits(const FmxText& text) {
     std::u16string units(TextSize(text), u'\0');
     if (!units.empty()) {

@@ -29,6 +29,7 @@ void TextDeleteText(FmxText& text, uint32_t position, uint32_t size);
 void TextLowercase(const FmxText& text);
 bool TextEquals(const FmxText& a, const FmxText& b);
 void TextGetStyle(const FmxText& text, FmxCharacterStyle& style, uint32_t position);
+void TextSetStyle(FmxText& text, const FmxCharacterStyle& style, uint32_t position, uint32_t size);
 
 // Helpers.
 std::u16string TextUnits(const FmxText& text);

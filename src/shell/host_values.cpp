@@ -102,6 +102,26 @@ const FmxColor& CharacterStyleGetColor(const FmxCharacterStyle& style) {
     return Borrowed(HostCall(FM_CharacterStyle_GetColor, &style));
 }
 
+bool CharacterStyleEquals(const FmxCharacterStyle& a, const FmxCharacterStyle& b) {
+    return HostCall(FM_CharacterStyle_operatorEQ, &a, b);
+}
+
+void CharacterStyleSetFont(FmxCharacterStyle& style, uint16_t font) {
+    HostCall(FM_CharacterStyle_SetFont, &style, font);
+}
+
+void CharacterStyleSetFace(FmxCharacterStyle& style, uint16_t face) {
+    HostCall(FM_CharacterStyle_SetFace, &style, face);
+}
+
+void CharacterStyleSetSize(FmxCharacterStyle& style, uint16_t size) {
+    HostCall(FM_CharacterStyle_SetSize, &style, size);
+}
+
+void CharacterStyleSetColor(FmxCharacterStyle& style, const FmxColor& color) {
+    HostCall(FM_CharacterStyle_SetColor, &style, color);
+}
+
 uint8_t ColorGetRed(const FmxColor& color) {
     return HostCall(FM_Color_GetRed, &color);
 }

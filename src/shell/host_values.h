@@ -42,6 +42,11 @@ uint16_t CharacterStyleGetFont(const FmxCharacterStyle& style);
 uint16_t CharacterStyleGetFace(const FmxCharacterStyle& style);
 uint16_t CharacterStyleGetSize(const FmxCharacterStyle& style);
 const FmxColor& CharacterStyleGetColor(const FmxCharacterStyle& style);
+bool CharacterStyleEquals(const FmxCharacterStyle& a, const FmxCharacterStyle& b);
+void CharacterStyleSetFont(FmxCharacterStyle& style, uint16_t font);
+void CharacterStyleSetFace(FmxCharacterStyle& style, uint16_t face);
+void CharacterStyleSetSize(FmxCharacterStyle& style, uint16_t size);
+void CharacterStyleSetColor(FmxCharacterStyle& style, const FmxColor& color);
 
 uint8_t ColorGetRed(const FmxColor& color);
 uint8_t ColorGetGreen(const FmxColor& color);

@@ -29,6 +29,10 @@ using UniqueFindHandle = UniqueResource<HANDLE, &FindClose, &InvalidHandleValue>
 using UniqueItemIdList = UniqueResource<PIDLIST_ABSOLUTE, &ILFree>;
 // Memory the system allocated with LocalAlloc for us (security descriptors, FormatMessage, ...).
 using UniqueLocalMemory = UniqueResource<HLOCAL, &LocalFree>;
+// A window we created (the rich-edit control of the "rtf" conversion).
+using UniqueWindow = UniqueResource<HWND, &DestroyWindow>;
+// A library loaded with LoadLibraryW.
+using UniqueModule = UniqueResource<HMODULE, &FreeLibrary>;
 // Pages reserved and committed with VirtualAlloc: zero-filled, and only the pages touched take
 // physical memory.
 using UniqueVirtualMemory = UniqueResource<void*, &ReleaseVirtualMemory>;
