@@ -1,6 +1,7 @@
 // The decoders and sniffers that VFile_Read and VFile_Write run on untrusted input: hex-dump and
-// Base64 text (as UTF-16 units), and file heads for pictures, MIME types and UTF-8. A decode
-// either throws slib::Exception or returns bytes that encode back to an equivalent text.
+// Base64 text (as UTF-16 units), file heads for pictures, MIME types and UTF-8, and RTF made
+// plain ASCII. A decode either throws slib::Exception or returns bytes that encode back to an
+// equivalent text.
 #include <cstdint>
 #include <cstdlib>
 #include <cstring>
@@ -11,6 +12,7 @@
 #include "foundation/hex_dump.h"
 #include "foundation/mime_sniffing.h"
 #include "foundation/picture_sniffing.h"
+#include "foundation/rtf_escape.h"
 #include "foundation/text_detection.h"
 
 namespace {
@@ -49,5 +51,12 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     slib::SniffPicture(data, size);
     slib::SniffMimeType(data, size, u"fuzz.bin");
     slib::IsValidUtf8(data, size, size % 2 == 0);
+    const std::string rtf(reinterpret_cast<const char*>(data), size);
+    const std::string escaped = slib::StandardRtfOpening(slib::EscapeRtfNonAscii(rtf));
+    for (const char c : escaped) {
+        if (static_cast<unsigned char>(c) >= 0x80) {
+            std::abort();  // the escaped form must be plain ASCII
+        }
+    }
     return 0;
 }

@@ -7,8 +7,8 @@ set -euo pipefail
 root=$(cd "$(dirname "$0")/../.." && pwd)
 work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
-head -c $((100 * 1024 * 1024)) /dev/urandom > "$work/data.bin"
-mb=104.858
+head -c $((${VF_BENCH_MB:-100} * 1024 * 1024)) /dev/urandom > "$work/data.bin"
+mb=$(echo "${VF_BENCH_MB:-100} * 1.048576" | bc -l)
 
 # Seconds and peak kilobytes of one fmhost run of the calculation.
 run() {
