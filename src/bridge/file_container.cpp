@@ -4,6 +4,7 @@
 
 #include <exception>
 
+#include "bridge/picture_preview.h"
 #include "shell/host_error.h"
 #include "shell/host_text.h"
 #include "shell/host_values.h"
@@ -91,6 +92,13 @@ fmlib::BinaryDataPtr MakePictureContainer(const std::u16string& name, const slib
                                           const slib::PictureFacts& facts) {
     fmlib::BinaryDataPtr container = fmlib::NewBinaryData();
     AddStream(*container, StreamType(facts.kind), bytes);
+    if (facts.kind == slib::PictureKind::kTiff) {
+        // The host shows a TIFF only through a preview in a kind it can draw itself.
+        const slib::Data preview(PngPreview(bytes));
+        if (preview.size() > 0) {
+            AddStream(*container, "PNGf", preview);
+        }
+    }
     if (facts.width > 0 && facts.height > 0) {
         if (fmlib::BinaryDataAddSIZEData(*container, static_cast<int16_t>(facts.width),
                                          static_cast<int16_t>(facts.height)) != 0) {

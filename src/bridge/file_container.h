@@ -15,7 +15,7 @@ namespace bridge {
 fmlib::BinaryDataPtr MakeFileContainer(const std::u16string& name, const slib::Data& bytes);
 
 // A picture the host can show: the picture stream of its kind, SIZE when the header gives it,
-// and the name.
+// and the name. A TIFF gets a PNG preview as well, when the system can decode it.
 fmlib::BinaryDataPtr MakePictureContainer(const std::u16string& name, const slib::Data& bytes,
                                           const slib::PictureFacts& facts);
 

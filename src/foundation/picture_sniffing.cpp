@@ -62,6 +62,33 @@ PictureFacts JpegFacts(const uint8_t* bytes, size_t size) {
     return PictureFacts{PictureKind::kJpeg};
 }
 
+// The first image's width and height tags (256, 257) of the first directory.
+PictureFacts TiffFacts(const uint8_t* bytes, size_t size) {
+    const bool little = bytes[0] == 'I';
+    auto number = [&](size_t offset, size_t count) -> uint32_t {
+        if (offset + count > size) {
+            return 0;
+        }
+        return little ? LittleEndian(bytes + offset, count) : BigEndian(bytes + offset, count);
+    };
+    const uint32_t directory = number(4, 4);
+    const uint32_t entries = number(directory, 2);
+    int64_t width = 0;
+    int64_t height = 0;
+    for (uint32_t entry = 0; entry < entries && entry < 4096; ++entry) {
+        const size_t at = size_t{directory} + 2 + size_t{entry} * 12;
+        const uint32_t tag = number(at, 2);
+        const uint32_t type = number(at + 2, 2);
+        const uint32_t value = type == 3 ? number(at + 8, 2) : type == 4 ? number(at + 8, 4) : 0;
+        if (tag == 256) {
+            width = value;
+        } else if (tag == 257) {
+            height = value;
+        }
+    }
+    return WithSize(PictureKind::kTiff, width, height);
+}
+
 }  // namespace
 
 std::optional<PictureFacts> SniffPicture(const uint8_t* bytes, size_t size) {
@@ -97,7 +124,7 @@ std::optional<PictureFacts> SniffPicture(const uint8_t* bytes, size_t size) {
         }
     }
     if (StartsWith(bytes, size, "II*\0", 4) || StartsWith(bytes, size, "MM\0*", 4)) {
-        return PictureFacts{PictureKind::kTiff};
+        return TiffFacts(bytes, size);
     }
     return std::nullopt;
 }

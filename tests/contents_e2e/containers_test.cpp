@@ -44,6 +44,43 @@ TEST_F(Containers, PicturesAndFilesComeBackByteForByte) {
     }
 }
 
+// A 2 x 2 uncompressed RGB TIFF, little-endian: header, one directory of ten entries, the
+// bits-per-sample triple, then twelve bytes of pixels.
+std::string TiffBytes() {
+    std::string tiff("II*\0\x08\0\0\0", 8);
+    auto le = [&tiff](uint32_t value, int bytes) {
+        for (int index = 0; index < bytes; ++index) {
+            tiff += static_cast<char>(value >> (8 * index) & 0xFF);
+        }
+    };
+    le(10, 2);
+    const uint32_t entries[][4] = {
+        {256, 3, 1, 2},   {257, 3, 1, 2}, {258, 3, 3, 134}, {259, 3, 1, 1},  {262, 3, 1, 2},
+        {273, 4, 1, 140}, {277, 3, 1, 3}, {278, 3, 1, 2},   {279, 4, 1, 12}, {284, 3, 1, 1}};
+    for (const auto& entry : entries) {
+        le(entry[0], 2);
+        le(entry[1], 2);
+        le(entry[2], 4);
+        le(entry[3], 4);
+    }
+    le(0, 4);
+    for (int channel = 0; channel < 3; ++channel) {
+        le(8, 2);
+    }
+    return tiff + std::string("\xFF\0\0\0\xFF\0\0\0\xFF\xFF\xFF\xFF", 12);
+}
+
+TEST_F(Containers, ATiffComesWithAPreviewTheHostCanShow) {
+    const std::string tiff = TiffBytes();
+    ASSERT_EQ(tiff.size(), 152u);
+    writeFile(u"t.tif", tiff);
+    const std::string printed = evaluate(u"VFile_Read( \"t.tif\" )");
+    EXPECT_EQ(printed.rfind("[TIFF:152 bytes, PNGf:", 0), 0u) << printed;
+    EXPECT_NE(printed.find(" bytes, SIZE:2x2, FNAM:t.tif]"), std::string::npos) << printed;
+    EXPECT_EQ(write(u"back.tif", u"VFile_Read( \"t.tif\" )"), Succeeded());
+    EXPECT_EQ(bytesOf(u"back.tif"), tiff);
+}
+
 TEST_F(Containers, ALinkOnlyContainerWritesTheLinkedFile) {
     writeFile(u"linked.bin", "linked bytes");
     std::u16string hostPath = u"filewin:/" + path(u"linked.bin");

@@ -5,7 +5,16 @@
 // windows.h first: the other system headers build on its types.
 #include <windows.h>
 
+#include <objidl.h>
 #include <shlobj.h>
+
+// GDI+ needs min and max in scope; the system headers' macros are off in this project.
+#include <algorithm>
+namespace Gdiplus {
+using std::max;
+using std::min;
+}  // namespace Gdiplus
+#include <gdiplus.h>
 
 #include "foundation/unique_resource.h"
 
@@ -13,6 +22,10 @@ namespace slib {
 
 inline HANDLE InvalidHandleValue() {
     return INVALID_HANDLE_VALUE;
+}
+
+inline void ReleaseComObject(IUnknown* object) {
+    object->Release();
 }
 
 inline void ReleaseVirtualMemory(void* memory) {
@@ -33,6 +46,13 @@ using UniqueLocalMemory = UniqueResource<HLOCAL, &LocalFree>;
 using UniqueWindow = UniqueResource<HWND, &DestroyWindow>;
 // A library loaded with LoadLibraryW.
 using UniqueModule = UniqueResource<HMODULE, &FreeLibrary>;
+// A COM stream (SHCreateMemStream, ...).
+using UniqueStream = UniqueResource<IStream*, &ReleaseComObject>;
+// GDI+ for the calling code's duration: the token of GdiplusStartup.
+using UniqueGdiplusSession = UniqueResource<ULONG_PTR, &Gdiplus::GdiplusShutdown>;
+// A GDI+ image or bitmap.
+using UniqueGdiplusImage =
+    UniqueResource<Gdiplus::GpImage*, &Gdiplus::DllExports::GdipDisposeImage>;
 // Pages reserved and committed with VirtualAlloc: zero-filled, and only the pages touched take
 // physical memory.
 using UniqueVirtualMemory = UniqueResource<void*, &ReleaseVirtualMemory>;
