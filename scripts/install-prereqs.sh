@@ -10,6 +10,8 @@ packages=(
     wine wine64 xvfb
     googletest
     ccache
+    # Zone data: the date tests run Wine with TZ=Europe/Berlin.
+    tzdata
 )
 
 missing=()

@@ -69,15 +69,20 @@ std::optional<uint64_t> Date::toFileTimeTicks() const {
     return static_cast<uint64_t>(ticks);
 }
 
-std::shared_ptr<const String> Date::description() const {
+CivilTime Date::civil() const {
     const int64_t days = FloorDiv(seconds_, kSecondsPerDay);
-    const int64_t secondOfDay = seconds_ - days * kSecondsPerDay;
+    const auto secondOfDay = static_cast<unsigned>(seconds_ - days * kSecondsPerDay);
     const CivilDate date = CivilFromDays(days - kDaysFromEpochTo1970);
+    return {date.year,        date.month,   date.day, secondOfDay / 3600, secondOfDay / 60 % 60,
+            secondOfDay % 60, microseconds_};
+}
+
+std::shared_ptr<const String> Date::description() const {
+    const CivilTime time = civil();
     char text[64];
     int length =
-        std::snprintf(text, sizeof text, "%04" PRId64 "-%02u-%02u %02d:%02d:%02d", date.year,
-                      date.month, date.day, static_cast<int>(secondOfDay / 3600),
-                      static_cast<int>(secondOfDay / 60 % 60), static_cast<int>(secondOfDay % 60));
+        std::snprintf(text, sizeof text, "%04" PRId64 "-%02u-%02u %02u:%02u:%02u", time.year,
+                      time.month, time.day, time.hour, time.minute, time.second);
     if (microseconds_ != 0 && length > 0) {
         std::snprintf(text + length, sizeof text - static_cast<size_t>(length), ".%06d",
                       static_cast<int>(microseconds_));

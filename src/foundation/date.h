@@ -12,6 +12,17 @@
 
 namespace slib {
 
+// A Date's calendar fields, as the clock it holds shows them.
+struct CivilTime {
+    int64_t year;
+    unsigned month;  // 1 to 12
+    unsigned day;    // 1 to 31
+    unsigned hour;
+    unsigned minute;
+    unsigned second;
+    int32_t microseconds;
+};
+
 class Date : public Object {
   public:
     // Seconds from 0001-01-01 to 1601-01-01, the epoch of Windows file times.
@@ -28,6 +39,7 @@ class Date : public Object {
 
     int64_t seconds() const { return seconds_; }
     int32_t microseconds() const { return microseconds_; }
+    CivilTime civil() const;
 
     // "YYYY-MM-DD HH:MM:SS", with ".ffffff" when there are microseconds.
     std::shared_ptr<const String> description() const override;

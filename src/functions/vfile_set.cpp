@@ -1,21 +1,83 @@
 // VFile_Set( selector ; path ; newValue ): changes an item attribute, or stages picture options
-// for the next VFile_Copy. Not implemented in this build: after the argument checks it fails
-// with -4.
+// for the next VFile_Copy. Success leaves the result empty.
+#include "bridge/item_selectors.h"
+#include "bridge/path_context.h"
+#include "bridge/staged_picture_options.h"
+#include "foundation/error_codes.h"
+#include "foundation/exception.h"
+#include "foundation/number.h"
+#include "foundation/windows/file_manager.h"
 #include "functions/handlers.h"
-#include "functions/not_implemented.h"
 #include "shell/call_frame.h"
 #include "shell/host_data.h"
+#include "shell/host_text.h"
+#include "shell/host_values.h"
 #include "shell/keyword_lookup.h"
+#include "shell/value_conversion.h"
 
 namespace {
 
 const char* const kOwnSelectors[] = {"convert", "rotate"};
+enum OwnSelector { kConvert = 0, kRotate = 1 };
+
+double NumberArgument(const FmxDataVect& args, uint32_t index) {
+    return fmlib::FixPtAsFloat(fmlib::DataGetAsNumber(fmlib::DataVectAt(args, index)));
+}
+
+// Sizes come from arguments 2 and 3; one that is not given is not staged at all, so the
+// conversion keeps that side free (the set itself is still created).
+void StageConvert(const FmxDataVect& args) {
+    bridge::StagedPictureOptions::Create();
+    const uint32_t count = fmlib::DataVectSize(args);
+    if (count > 2) {
+        bridge::StagedPictureOptions::Set(u"width", NumberArgument(args, 2));
+    }
+    if (count > 3) {
+        bridge::StagedPictureOptions::Set(u"height", NumberArgument(args, 3));
+    }
+}
+
+std::shared_ptr<slib::Object> NewValue(const FmxDataVect& args, int32_t selector) {
+    const FmxData& value = fmlib::DataVectAt(args, 2);
+    if (selector <= bridge::kSelectModified) {
+        return fmlib::ToFoundationDate(fmlib::DataGetAsTimeStamp(value));
+    }
+    if (selector <= bridge::kSelectGroup) {
+        return fmlib::ToFoundationString(fmlib::DataGetAsText(value));
+    }
+    return std::make_shared<slib::Number>(bridge::RightsFromWords(fmlib::DataGetAsText(value)));
+}
+
+void SetItemAttribute(const fmlib::FunctionCall& call) {
+    bridge::PathContext paths(call.env);
+    const slib::String path = paths.pathArgument(call.args, 1);
+    const int32_t selector =
+        fmlib::LookupKeyword(fmlib::DataVectAtAsText(call.args, 0), bridge::kItemSelectors);
+    const bool settable =
+        (selector >= bridge::kSelectCreated && selector <= bridge::kSelectModified) ||
+        (selector >= bridge::kSelectOwner && selector <= bridge::kSelectEveryoneRights);
+    if (!settable) {
+        slib::Throw(slib::kBadParameter, "Wrong attribute name");
+    }
+    if (fmlib::DataVectSize(call.args) < 3) {
+        slib::Throw(slib::kBadParameter, "Not enough parameters");
+    }
+    slib::FileManager().setAttribute(path, static_cast<uint32_t>(selector),
+                                     *NewValue(call.args, selector));
+}
 
 void Set(const fmlib::FunctionCall& call) {
-    if (fmlib::LookupKeyword(fmlib::DataVectAtAsText(call.args, 0), kOwnSelectors) < 0) {
-        fmlib::RequireTextParameter(call.args, 1);
+    switch (fmlib::LookupKeyword(fmlib::DataVectAtAsText(call.args, 0), kOwnSelectors)) {
+        case kConvert:
+            StageConvert(call.args);
+            return;
+        case kRotate:
+            bridge::StagedPictureOptions::Set(u"exif-rotate", 1);
+            return;
+        default:
+            SetItemAttribute(call);
+            return;
     }
-    functions::ThrowNotImplemented();
 }
 
 }  // namespace

@@ -46,6 +46,10 @@ uint16_t DataGetPostscriptFontID(const FmxData& data, const FmxText& name, const
     return HostCall(FM_Data_GetPostscriptFontID, &data, name, env);
 }
 
+void DataSetAsTimeStamp(FmxData& data, const FmxDateTime& timestamp, int32_t nativeType) {
+    HostCall(FM_Data_SetAsTimeStamp, &data, timestamp, nativeType);
+}
+
 bool DataGetPostscriptFontInfo(const FmxData& data, uint16_t font, FmxText& name,
                                const FmxExprEnv& env) {
     return HostCall(FM_Data_GetPostscriptFontInfo, &data, font, name, env);

@@ -18,6 +18,7 @@ FmxErrcode DataSetAsText(FmxData& data, const FmxText& text, const FmxLocale& lo
                          int32_t nativeType);
 void DataSetBinaryData(FmxData& data, const FmxBinaryData& binary);
 void DataSetAsNumber(FmxData& data, const FmxFixPt& number, int32_t nativeType);
+void DataSetAsTimeStamp(FmxData& data, const FmxDateTime& timestamp, int32_t nativeType);
 // The PostScript name of a font id of the environment's database; false for an unknown id.
 // The font id of a PostScript font name in the environment's database.
 uint16_t DataGetPostscriptFontID(const FmxData& data, const FmxText& name, const FmxExprEnv& env);

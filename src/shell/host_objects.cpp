@@ -56,4 +56,8 @@ BinaryDataPtr NewBinaryData() {
     return Construct<BinaryDataPtr>(FM_BinaryData_Constructor1);
 }
 
+DateTimePtr NewDateTime() {
+    return Construct<DateTimePtr>(FM_DateTime_Constructor1);
+}
+
 }  // namespace fmlib

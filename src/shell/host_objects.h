@@ -23,6 +23,7 @@ using TextPtr = std::unique_ptr<FmxText, HostDeleter<FmxText, FM_Text_Delete>>;
 using DataPtr = std::unique_ptr<FmxData, HostDeleter<FmxData, FM_Data_Delete>>;
 using QuadCharPtr = std::unique_ptr<FmxQuadChar, HostDeleter<FmxQuadChar, FM_QuadChar_Delete>>;
 using FixPtPtr = std::unique_ptr<FmxFixPt, HostDeleter<FmxFixPt, FM_FixPt_Delete>>;
+using DateTimePtr = std::unique_ptr<FmxDateTime, HostDeleter<FmxDateTime, FM_DateTime_Delete>>;
 using LocalePtr = std::unique_ptr<FmxLocale, HostDeleter<FmxLocale, FM_Locale_Delete>>;
 using BinaryDataPtr =
     std::unique_ptr<FmxBinaryData, HostDeleter<FmxBinaryData, FM_BinaryData_Delete>>;
@@ -37,6 +38,7 @@ QuadCharPtr NewQuadChar();
 QuadCharPtr NewQuadChar(char c0, char c1, char c2, char c3);
 FixPtPtr NewFixPt(int32_t value, int32_t precision);
 CharacterStylePtr NewCharacterStyle();
+DateTimePtr NewDateTime();
 BinaryDataPtr NewBinaryData();
 ColorPtr NewColor(uint8_t red, uint8_t green, uint8_t blue);
 

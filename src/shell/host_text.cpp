@@ -51,6 +51,10 @@ uint32_t TextFind(const FmxText& text, const FmxText& what, uint32_t position) {
     return HostCall(FM_Text_Find, &text, what, position);
 }
 
+uint32_t TextFindIgnoringCase(const FmxText& text, const FmxText& what, uint32_t position) {
+    return HostCall(FM_Text_FindIgnoringCase, &text, what, position);
+}
+
 void TextDeleteText(FmxText& text, uint32_t position, uint32_t size) {
     HostCall(FM_Text_DeleteText, &text, position, size);
 }

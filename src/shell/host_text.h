@@ -25,6 +25,7 @@ void TextSetText(FmxText& text, const FmxText& source, uint32_t position, uint32
 void TextAppendText(FmxText& text, const FmxText& source, uint32_t position, uint32_t size);
 // The host's "not found" is fmx::kSizeInvalid.
 uint32_t TextFind(const FmxText& text, const FmxText& what, uint32_t position);
+uint32_t TextFindIgnoringCase(const FmxText& text, const FmxText& what, uint32_t position);
 void TextDeleteText(FmxText& text, uint32_t position, uint32_t size);
 void TextLowercase(const FmxText& text);
 bool TextEquals(const FmxText& a, const FmxText& b);

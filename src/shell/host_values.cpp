@@ -9,6 +9,10 @@ double FixPtAsFloat(const FmxFixPt& number) {
     return HostCall(FM_FixPt_AsFloat, &number);
 }
 
+void FixPtAssignInt64(FmxFixPt& number, int64_t value) {
+    HostCall(FM_FixPt_AssignInt64, &number, value);
+}
+
 int16_t DateTimeGetYear(const FmxDateTime& value) {
     return HostCall(FM_DateTime_GetYear, &value);
 }
@@ -29,6 +33,14 @@ int16_t DateTimeGetSec(const FmxDateTime& value) {
 }
 int32_t DateTimeGetUSec(const FmxDateTime& value) {
     return HostCall(FM_DateTime_GetUSec, &value);
+}
+
+FmxErrcode DateTimeSetNormalizedDate(FmxDateTime& value, int16_t month, int16_t day, int16_t year) {
+    return HostCall(FM_DateTime_SetNormalizedDate1, &value, month, day, year);
+}
+FmxErrcode DateTimeSetNormalizedTime(FmxDateTime& value, int64_t hour, int16_t minute, int16_t sec,
+                                     int32_t usec) {
+    return HostCall(FM_DateTime_SetNormalizedTime1, &value, hour, minute, sec, usec);
 }
 
 int32_t BinaryDataGetCount(const FmxBinaryData& data) {

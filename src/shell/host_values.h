@@ -9,6 +9,7 @@
 namespace fmlib {
 
 double FixPtAsFloat(const FmxFixPt& number);
+void FixPtAssignInt64(FmxFixPt& number, int64_t value);
 
 int16_t DateTimeGetYear(const FmxDateTime& value);
 int16_t DateTimeGetMonth(const FmxDateTime& value);
@@ -17,6 +18,9 @@ int32_t DateTimeGetHour(const FmxDateTime& value);
 int16_t DateTimeGetMinute(const FmxDateTime& value);
 int16_t DateTimeGetSec(const FmxDateTime& value);
 int32_t DateTimeGetUSec(const FmxDateTime& value);
+FmxErrcode DateTimeSetNormalizedDate(FmxDateTime& value, int16_t month, int16_t day, int16_t year);
+FmxErrcode DateTimeSetNormalizedTime(FmxDateTime& value, int64_t hour, int16_t minute, int16_t sec,
+                                     int32_t usec);
 
 int32_t BinaryDataGetCount(const FmxBinaryData& data);
 void BinaryDataGetType(const FmxBinaryData& data, int32_t index, FmxQuadChar& type);

@@ -47,16 +47,6 @@ std::shared_ptr<slib::Number> ToFoundationNumber(const FmxData& data) {
     return slib::Number::FromDecimalText(digits.data());
 }
 
-std::shared_ptr<slib::Date> ToFoundationDate(const FmxDateTime& value) {
-    constexpr int64_t kSecondsPerDay = 86400;
-    const int64_t days =
-        DaysFromCivil(DateTimeGetYear(value), DateTimeGetMonth(value), DateTimeGetDay(value)) -
-        DaysFromCivil(1, 1, 1);
-    const int64_t seconds = days * kSecondsPerDay + int64_t{DateTimeGetHour(value)} * 3600 +
-                            int64_t{DateTimeGetMinute(value)} * 60 + DateTimeGetSec(value);
-    return std::make_shared<slib::Date>(seconds, DateTimeGetUSec(value));
-}
-
 void ReadStyle(const FmxText& text, const FmxData* fontSource, const FmxExprEnv* env,
                slib::TextAttributes& attributes) {
     CharacterStylePtr style = NewCharacterStyle();
@@ -96,6 +86,16 @@ std::shared_ptr<slib::Object> ToFoundationValue(const FmxData& data, const FmxEx
         default:
             return ToFoundationStyledText(DataGetAsText(data), &data, env);
     }
+}
+
+std::shared_ptr<slib::Date> ToFoundationDate(const FmxDateTime& value) {
+    constexpr int64_t kSecondsPerDay = 86400;
+    const int64_t days =
+        DaysFromCivil(DateTimeGetYear(value), DateTimeGetMonth(value), DateTimeGetDay(value)) -
+        DaysFromCivil(1, 1, 1);
+    const int64_t seconds = days * kSecondsPerDay + int64_t{DateTimeGetHour(value)} * 3600 +
+                            int64_t{DateTimeGetMinute(value)} * 60 + DateTimeGetSec(value);
+    return std::make_shared<slib::Date>(seconds, DateTimeGetUSec(value));
 }
 
 std::shared_ptr<slib::String> ToFoundationString(const FmxText& text) {

@@ -6,6 +6,7 @@
 
 #include "fmx_functions.h"
 #include "foundation/attributed_string.h"
+#include "foundation/date.h"
 #include "foundation/object.h"
 #include "foundation/utf16_string.h"
 #include "shell/container_value.h"
@@ -17,6 +18,9 @@ namespace fmlib {
 // the font's name; without one the font is left out.
 std::shared_ptr<slib::Object> ToFoundationValue(const FmxData& data,
                                                 const FmxExprEnv* env = nullptr);
+
+// The host's date and time fields as they stand (wall-clock time, no zone applied).
+std::shared_ptr<slib::Date> ToFoundationDate(const FmxDateTime& value);
 
 // Every stream of a container, in the host's order.
 std::shared_ptr<ContainerValue> ToContainerValue(const FmxBinaryData& data);

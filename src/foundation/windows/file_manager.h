@@ -36,6 +36,21 @@ struct CreateKind {
     static constexpr int32_t kFolders = 4;
 };
 
+// Attribute ids of FileManager::getAttribute and setAttribute.
+struct AttributeId {
+    static constexpr uint32_t kCreated = 0;          // Date; settable
+    static constexpr uint32_t kModified = 1;         // Date (last write); settable
+    static constexpr uint32_t kSize = 2;             // Number: getItemSize
+    static constexpr uint32_t kDataSize = 3;         // Number: the same as kSize
+    static constexpr uint32_t kResourceSize = 4;     // Number: always 0
+    static constexpr uint32_t kAvailableSpace = 5;   // Number: getFreeSpace
+    static constexpr uint32_t kOwner = 6;            // String: account name; settable
+    static constexpr uint32_t kGroup = 7;            // String: account name; settable
+    static constexpr uint32_t kOwnerRights = 8;      // Number 0 to 7; settable (adds only)
+    static constexpr uint32_t kGroupRights = 9;      // Number 0 to 7; settable (adds only)
+    static constexpr uint32_t kEveryoneRights = 10;  // Number 0 to 7; settable (adds only)
+};
+
 // Where a read or write starts. fromEnd: 0 counts `offset` from the start, 1 from the end (for a
 // read the offset is first reduced by one, so (1, 0) is the last byte; for a write (1, 0) is the
 // append position), 2 from the freshly opened file's position (the start); anything else acts
@@ -120,6 +135,30 @@ class FileManager : public Object {
     // matches "C:"). Volume labels and forms with a trailing "\" are not volume names.
     bool isMountedVolume(const String& name) const;
 
+    // --- attributes ---
+    // Dates are the machine's local time (the offset in force at that date); rights values are
+    // read 4 (READ_CONTROL), write 2 (WRITE_OWNER), execute 1 (GENERIC_EXECUTE).
+    // One AttributeId: a Date, a Number or a String. -50 "Unknown file attribute requested" for
+    // ids of 11 or more.
+    std::shared_ptr<Object> getAttribute(const String& path, uint32_t id) const;
+    // Dates want a Date, names a text (any object's description), rights a Number. A date opens
+    // the path as a file, creating an empty one where nothing is; folders are refused. -50
+    // "Unknown file attribute requested" for ids 2 to 5 and 11 or more.
+    void setAttribute(const String& path, uint32_t id, const Object& value) const;
+    // Bytes available to the caller (quotas honoured) on the volume of any item on it.
+    uint64_t getFreeSpace(const String& path) const;
+    // The bare account name, without its domain.
+    std::shared_ptr<const String> getOwnerName(const String& path) const;
+    std::shared_ptr<const String> getGroupName(const String& path) const;
+    uint32_t getOwnerRights(const String& path) const;
+    uint32_t getGroupRights(const String& path) const;
+    uint32_t getEveryoneRights(const String& path) const;
+    void setOwner(const String& path, const String& accountName) const;
+    void setGroup(const String& path, const String& accountName) const;
+    // Rights are only ever added: a clear bit leaves that right as it was.
+    void setOwnerRights(const String& path, uint32_t rights) const;
+    void setGroupRights(const String& path, uint32_t rights) const;
+    void setEveryoneRights(const String& path, uint32_t rights) const;
     // --- contents (sizes are 64-bit; data moves in chunks of a few MiB) ---
     // Up to `length` bytes from `position` (kReadToEnd: to the end). A missing or empty file
     // gives empty data. Opening: -43 "Cannot read file" when it vanished, else -54 "Insufficent

@@ -42,6 +42,11 @@ using UniqueFindHandle = UniqueResource<HANDLE, &FindClose, &InvalidHandleValue>
 using UniqueItemIdList = UniqueResource<PIDLIST_ABSOLUTE, &ILFree>;
 // Memory the system allocated with LocalAlloc for us (security descriptors, FormatMessage, ...).
 using UniqueLocalMemory = UniqueResource<HLOCAL, &LocalFree>;
+// A security descriptor the security API allocated (GetNamedSecurityInfoW); the owner, group and
+// ACL pointers it hands out point into it.
+using UniqueSecurityDescriptor = UniqueResource<PSECURITY_DESCRIPTOR, &LocalFree>;
+// An ACL the security API allocated (SetEntriesInAclW).
+using UniqueAcl = UniqueResource<PACL, &LocalFree>;
 // A window we created (the rich-edit control of the "rtf" conversion).
 using UniqueWindow = UniqueResource<HWND, &DestroyWindow>;
 // A library loaded with LoadLibraryW.

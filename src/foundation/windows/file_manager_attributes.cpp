@@ -1,0 +1,140 @@
+// Item attributes by id: dates, sizes, free space; the security ones are delegated to
+// file_manager_security.cpp.
+
+#include <windows.h>
+
+#include "foundation/error_codes.h"
+#include "foundation/exception.h"
+#include "foundation/number.h"
+#include "foundation/windows/file_manager.h"
+#include "foundation/windows/file_manager_handles.h"
+#include "foundation/windows/local_file_time.h"
+
+namespace slib {
+
+using file_manager_detail::Wide;
+
+namespace {
+
+[[noreturn]] void ThrowUnknownAttribute() {
+    Throw(kBadParameter, "Unknown file attribute requested");
+}
+
+std::shared_ptr<Object> ItemDate(const std::u16string& longPath, uint32_t id) {
+    WIN32_FILE_ATTRIBUTE_DATA data;
+    if (!GetFileAttributesExW(Wide(longPath), GetFileExInfoStandard, &data)) {
+        ThrowLastError("Cannot get item attributes", GetLastError());
+    }
+    std::shared_ptr<Date> date = FileTimeToLocalDate(
+        id == AttributeId::kCreated ? data.ftCreationTime : data.ftLastWriteTime);
+    if (!date) {
+        ThrowLastError("Cannot get item attributes", GetLastError());
+    }
+    return date;
+}
+
+// Opens the item as a file (so a missing one is created empty, and a folder is refused) and sets
+// one of its times. The date is converted first: a date without a file time creates nothing.
+void SetItemDate(const String& path, uint32_t id, const Object& value) {
+    const char* message = id == AttributeId::kCreated ? "Cannot modify file creation date"
+                                                      : "Cannot modify file modification date";
+    const auto* date = dynamic_cast<const Date*>(&value);
+    const std::optional<FILETIME> time = date ? LocalDateToFileTime(*date) : std::nullopt;
+    if (!time) {
+        Throw(kBadParameter, message);
+    }
+    const UniqueFileHandle file(CreateFileW(path.wide(), GENERIC_WRITE, FILE_SHARE_WRITE, nullptr,
+                                            OPEN_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr));
+    if (!file.valid()) {
+        ThrowLastError(message, GetLastError());
+    }
+    const FILETIME* creation = id == AttributeId::kCreated ? &*time : nullptr;
+    const FILETIME* lastWrite = id == AttributeId::kModified ? &*time : nullptr;
+    SetFileTime(file.get(), creation, nullptr, lastWrite);
+}
+
+uint32_t RightsArgument(const Object& value) {
+    const auto* number = dynamic_cast<const Number*>(&value);
+    if (number == nullptr) {
+        Throw(kBadParameter, "Wrong parameter");
+    }
+    return static_cast<uint32_t>(number->asInt64() & 7);
+}
+
+}  // namespace
+
+std::shared_ptr<Object> FileManager::getAttribute(const String& path, uint32_t id) const {
+    const std::u16string longPath = WithLongPathPrefix(path.units());
+    switch (id) {
+        case AttributeId::kCreated:
+        case AttributeId::kModified:
+            return ItemDate(longPath, id);
+        case AttributeId::kSize:
+        case AttributeId::kDataSize:
+            return std::make_shared<Number>(static_cast<int64_t>(getItemSize(String(longPath))));
+        case AttributeId::kResourceSize:
+            return std::make_shared<Number>(0);
+        case AttributeId::kAvailableSpace:
+            return std::make_shared<Number>(static_cast<int64_t>(getFreeSpace(path)));
+        case AttributeId::kOwner:
+            return std::const_pointer_cast<String>(getOwnerName(path));
+        case AttributeId::kGroup:
+            return std::const_pointer_cast<String>(getGroupName(path));
+        case AttributeId::kOwnerRights:
+            return std::make_shared<Number>(getOwnerRights(path));
+        case AttributeId::kGroupRights:
+            return std::make_shared<Number>(getGroupRights(path));
+        case AttributeId::kEveryoneRights:
+            return std::make_shared<Number>(getEveryoneRights(path));
+        default:
+            ThrowUnknownAttribute();
+    }
+}
+
+void FileManager::setAttribute(const String& path, uint32_t id, const Object& value) const {
+    switch (id) {
+        case AttributeId::kCreated:
+        case AttributeId::kModified:
+            SetItemDate(path, id, value);
+            return;
+        case AttributeId::kOwner:
+            setOwner(path, *value.description());
+            return;
+        case AttributeId::kGroup:
+            setGroup(path, *value.description());
+            return;
+        case AttributeId::kOwnerRights:
+            setOwnerRights(path, RightsArgument(value));
+            return;
+        case AttributeId::kGroupRights:
+            setGroupRights(path, RightsArgument(value));
+            return;
+        case AttributeId::kEveryoneRights:
+            setEveryoneRights(path, RightsArgument(value));
+            return;
+        default:
+            ThrowUnknownAttribute();
+    }
+}
+
+uint64_t FileManager::getFreeSpace(const String& path) const {
+    ULARGE_INTEGER availableToCaller;
+    if (GetDiskFreeSpaceExW(path.wide(), &availableToCaller, nullptr, nullptr)) {
+        return availableToCaller.QuadPart;
+    }
+    const DWORD error = GetLastError();
+    // Some systems (Wine) take only folders; a file's volume is its folder's.
+    const std::u16string& units = path.units();
+    const size_t separator = units.find_last_of(u'\\');
+    const DWORD attributes = GetFileAttributesW(path.wide());
+    const bool isFile =
+        attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) == 0;
+    if (isFile && separator != std::u16string::npos &&
+        GetDiskFreeSpaceExW(Wide(units.substr(0, separator + 1)), &availableToCaller, nullptr,
+                            nullptr)) {
+        return availableToCaller.QuadPart;
+    }
+    ThrowLastError("Cannot get free disk space", error);
+}
+
+}  // namespace slib
