@@ -68,8 +68,7 @@ TEST_F(ArgumentChecks, PathArgumentsMustBeTextAndAreCheckedInOrder) {
 }
 
 TEST_F(ArgumentChecks, OperationsNotInThisBuildSaySo) {
-    Check({u"VFile_Choose( \"file\" )", u"VFile_Read( \"a\" )", u"VFile_Write( \"a\" ; 5 )",
-           u"VFile_Get( \"type\" ; 5 )", u"VFile_Convert( \"a\" ; \"b\" )",
+    Check({u"VFile_Choose( \"file\" )", u"VFile_Convert( \"a\" ; \"b\" )",
            u"VFile_Compress( \"a\" ; \"b\" )", u"VFile_DeCompress( \"a\" ; \"b\" )"},
           -4, kLater);
 }
