@@ -61,14 +61,11 @@ int main() {
         MegabytesPerSecond([&] { fmhost::Base64Encode(bytes.data(), bytes.size()); });
     const double hostDecode = MegabytesPerSecond([&] { fmhost::Base64Decode(hostBase64); });
     std::printf("100 MB of random bytes (best of 3; MB/s of file bytes)\n");
-    Report("base64 encode", MegabytesPerSecond([&] {
-               slib::EncodeBase64(bytes.data(), bytes.size());
-           }),
-           hostEncode);
+    Report("base64 encode",
+           MegabytesPerSecond([&] { slib::EncodeBase64(bytes.data(), bytes.size()); }), hostEncode);
     Report("base64 decode", MegabytesPerSecond([&] { slib::DecodeBase64(base64); }), hostDecode);
-    Report("hex-dump encode", MegabytesPerSecond([&] {
-               slib::EncodeHexDump(bytes.data(), bytes.size());
-           }),
+    Report("hex-dump encode",
+           MegabytesPerSecond([&] { slib::EncodeHexDump(bytes.data(), bytes.size()); }),
            hostEncode);
     Report("hex-dump decode", MegabytesPerSecond([&] { slib::DecodeHexDump(dump); }), hostDecode);
     return 0;
