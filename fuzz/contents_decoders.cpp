@@ -2,6 +2,7 @@
 // Base64 text (as UTF-16 units), file heads for pictures, MIME types and UTF-8, and RTF made
 // plain ASCII. A decode either throws slib::Exception or returns bytes that encode back to an
 // equivalent text.
+// fuzz-sources: src/foundation/*.cpp
 #include <cstdint>
 #include <cstdlib>
 #include <cstring>

@@ -1,19 +1,34 @@
 #!/usr/bin/env bash
-# Fuzzes one parser natively with libFuzzer under ASan/UBSan: scripts/fuzz.sh TARGET SECONDS.
-# fuzz/TARGET.cpp defines LLVMFuzzerTestOneInput and is linked against every portable source of
-# the plug-in (the top level of src/foundation, src/archive and src/picture; never their windows/
-# folders) and zlib. Never part of the tests or CI.
+# Builds one libFuzzer target natively with clang under ASan/UBSan and runs it for a while:
+#   scripts/fuzz.sh TARGET SECONDS
+# The target is fuzz/TARGET.cpp; its lines "// fuzz-sources: <globs>" and "// fuzz-libs: <flags>"
+# name the portable sources (relative to the repository) and libraries it needs. Seeds come from
+# build/*/fuzz-seeds/TARGET when the tests wrote some; the corpus grows in build/fuzz/TARGET.
+# Never part of the tests: run it by hand, preferably under `nice`.
 set -euo pipefail
 root=$(cd "$(dirname "$0")/.." && pwd)
 target=${1:?usage: fuzz.sh TARGET SECONDS}
 seconds=${2:-60}
-source="$root/fuzz/$target.cpp"
-[ -f "$source" ] || { echo "no fuzz target $source" >&2; exit 2; }
+source_file="$root/fuzz/$target.cpp"
+[ -f "$source_file" ] || { echo "fuzz.sh: no $source_file" >&2; exit 2; }
 
-shopt -s nullglob
-portable=("$root"/src/foundation/*.cpp "$root"/src/archive/*.cpp "$root"/src/picture/*.cpp)
-out="$root/build/fuzz"
-mkdir -p "$out/corpus/$target"
-clang++ -std=c++17 -O1 -g -fsanitize=fuzzer,address,undefined -fno-sanitize-recover=undefined \
-    -I"$root/src" "$source" "${portable[@]}" -lz -o "$out/$target"
-"$out/$target" -max_total_time="$seconds" -print_final_stats=1 "$out/corpus/$target"
+clang=${CLANGXX:-$(command -v clang++ || ls /usr/bin/clang++-* 2>/dev/null | sort -V | tail -1)}
+out="$root/build/fuzz/$target"
+mkdir -p "$out/corpus"
+
+sources=()
+for pattern in $(sed -n 's|^// fuzz-sources: ||p' "$source_file"); do
+    for f in "$root"/$pattern; do sources+=("$f"); done
+done
+read -r -a libs <<<"$(sed -n 's|^// fuzz-libs: ||p' "$source_file")"
+
+"$clang" -std=c++17 -g -O1 -fsanitize=fuzzer,address,undefined -fno-sanitize-recover=all \
+    -I"$root/src" "$source_file" "${sources[@]}" "${libs[@]}" -o "$out/$target"
+
+seeds=()
+for dir in "$root"/build/*/fuzz-seeds/"$target"; do
+    [ -d "$dir" ] && seeds+=("$dir")
+done
+cd "$out"
+exec "./$target" -max_total_time="$seconds" -print_final_stats=1 -timeout=10 -rss_limit_mb=1024 \
+    corpus "${seeds[@]}"

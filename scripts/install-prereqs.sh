@@ -12,6 +12,12 @@ packages=(
     ccache
     # Zone data: the date tests run Wine with TZ=Europe/Berlin.
     tzdata
+    # Keyboard and mouse for the chooser dialogs of the end-to-end tests on the test display.
+    xdotool
+    # Info-ZIP: the zip tests check our archives with it and unpack its archives.
+    zip unzip
+    # The zip interoperability test and the zip benchmark.
+    python3
 )
 
 missing=()

@@ -1,9 +1,12 @@
 #include "cli_app.h"
 
 #include <memory>
+#include <optional>
 #include <thread>
+#include <vector>
 
 #include "host_driver.h"
+#include "process_usage.h"
 #include "script_reader.h"
 #include "value_format.h"
 #include "verbose_report.h"
@@ -50,6 +53,12 @@ class Runner {
     Streams io_;
     driver::Host host_;
     size_t logShown_ = 0;
+    // Taken at the first calculation, once the script is read: its text is no growth of ours.
+    std::optional<ProcessUsage> before_;
+    // Scripts stay in memory until the report: their memory is held before the first calculation
+    // and must still be held after the last, or its release would hide a leak.
+    std::vector<std::string> scriptTexts_;
+    std::vector<std::vector<ScriptBlock>> scriptBlocks_;
     bool anyFailed_ = false;
 };
 
@@ -64,6 +73,13 @@ int Runner::Run() {
         host_.FailCall(options_.callFault.n, options_.callFault.code, kFmhostFaultEachFunctionCall);
     }
     const bool inputsReadable = EvaluateInputs();
+    if (before_) {
+        const ProcessUsage after = MeasureProcessUsage();
+        std::fprintf(io_.err, "fmhost: before the first calculation: %s\n",
+                     DescribeUsage(*before_, nullptr).c_str());
+        std::fprintf(io_.err, "fmhost: after the last calculation: %s\n",
+                     DescribeUsage(after, &*before_).c_str());
+    }
     Shutdown();
     if (!inputsReadable)
         return kExitUsage;
@@ -145,13 +161,13 @@ bool Runner::EvaluateInputs() {
             Evaluate(input.value);
             continue;
         }
-        std::string content;
+        std::string& content = scriptTexts_.emplace_back();
         if (!ReadWholeFile(std::wstring(input.value.begin(), input.value.end()), content)) {
             std::fprintf(io_.err, "fmhost: cannot read the script %s\n",
                          driver::ToUtf8(input.value).c_str());
             return false;
         }
-        for (const ScriptBlock& block : SplitScript(content))
+        for (const ScriptBlock& block : scriptBlocks_.emplace_back(SplitScript(content)))
             Evaluate(block.calculation);
     }
     return true;
@@ -195,6 +211,9 @@ void Runner::EvaluateLines(bool prompt) {
 }
 
 void Runner::Evaluate(const std::u16string& calculation) {
+    if (options_.verbose && !before_) {
+        before_ = MeasureProcessUsage();
+    }
     if (options_.echo)
         Echo(calculation);
     if (options_.threads <= 1) {

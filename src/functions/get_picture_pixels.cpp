@@ -1,11 +1,82 @@
-// VFile_Get( "picture-pixels" ; containerOrPath ). Not implemented in this build.
+// VFile_Get( "picture-pixels" ; containerOrPath ): the pixel size of the picture a container
+// holds, or of a picture file, as "width\rheight".
+#include <cstdio>
+#include <string>
+#include <vector>
+
+#include "bridge/path_context.h"
+#include "fmx_constants.h"
+#include "foundation/error_codes.h"
+#include "foundation/exception.h"
 #include "functions/get_selectors.h"
-#include "functions/not_implemented.h"
+#include "picture/windows/gdiplus_session.h"
+#include "picture/windows/picture_codec.h"
+#include "picture/windows/picture_file.h"
+#include "shell/host_data.h"
+#include "shell/host_values.h"
+#include "shell/result.h"
+#include "shell/value_conversion.h"
 
 namespace functions {
+namespace {
 
-void GetPicturePixels(const fmlib::FunctionCall&) {
-    ThrowNotImplemented();
+// The container stream types that hold a picture GDI+ decodes.
+const char* const kPictureStreams[] = {"JPEG", "PNGf", "GIFf", "BMPf", "TIFF"};
+
+bool IsPictureStream(const std::string& type) {
+    for (const char* picture : kPictureStreams) {
+        if (type == picture) {
+            return true;
+        }
+    }
+    return false;
+}
+
+// The bytes of the container's first picture stream.
+std::vector<uint8_t> ContainerPicture(const FmxBinaryData& data) {
+    const int32_t count = fmlib::BinaryDataGetCount(data);
+    for (int32_t index = 0; index < count; ++index) {
+        if (!IsPictureStream(fmlib::ContainerStreamType(data, index))) {
+            continue;
+        }
+        std::vector<uint8_t> bytes(fmlib::BinaryDataGetSize(data, index));
+        const FmxErrcode error = fmlib::BinaryDataGetData(
+            data, index, 0, static_cast<uint32_t>(bytes.size()), bytes.data());
+        if (error != 0) {
+            slib::Throw(error, "Cannot read picture data from FM Container");
+        }
+        return bytes;
+    }
+    slib::Throw(slib::kBadParameter, "No picture in container");
+}
+
+std::u16string PixelText(const slib::PictureDimensions& size) {
+    char text[96];
+    std::snprintf(text, sizeof(text), "%f\r%f", size.width, size.height);
+    return std::u16string(text, text + std::char_traits<char>::length(text));
+}
+
+}  // namespace
+
+void GetPicturePixels(const fmlib::FunctionCall& call) {
+    fmlib::RequireParameters(call.args, 2);
+    const FmxData& value = fmlib::DataVectAt(call.args, 1);
+    slib::UniqueGdipBitmap picture;
+    if (fmlib::DataGetNativeType(value) == fmx::kDTBinary) {
+        const std::vector<uint8_t> bytes = ContainerPicture(fmlib::DataGetBinaryData(value));
+        slib::StartGdiplus();
+        picture = slib::DecodePicture(bytes);
+        if (!picture) {
+            slib::Throw(slib::kBadParameter, "This is not a picture.");
+        }
+    } else {
+        bridge::PathContext paths(call.env);
+        const std::vector<uint8_t> bytes =
+            slib::ReadPictureFile(paths.pathArgument(call.args, 1), "Item does not exist");
+        slib::StartGdiplus();
+        picture = slib::LoadPicture(bytes);
+    }
+    fmlib::SetResultText(call.result, PixelText(slib::MeasurePicture(picture.get())));
 }
 
 }  // namespace functions

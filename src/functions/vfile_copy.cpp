@@ -4,16 +4,17 @@
 #include "bridge/staged_picture_options.h"
 #include "foundation/windows/file_manager.h"
 #include "functions/handlers.h"
-#include "functions/not_implemented.h"
+#include "functions/staged_picture_copy.h"
 #include "shell/call_frame.h"
 #include "shell/result.h"
 
 namespace {
 
 void Copy(const fmlib::FunctionCall& call) {
-    if (!bridge::StagedPictureOptions::IsEmpty()) {
-        // The staged picture copy takes the whole call here; it lands with picture conversion.
-        functions::ThrowNotImplemented();
+    // Taken before anything can fail, so the options are gone whatever the copy's outcome.
+    if (const auto staged = bridge::StagedPictureOptions::Take()) {
+        functions::CopyPicture(call, *staged);
+        return;
     }
     bridge::PathContext paths(call.env);
     const slib::String source = paths.pathArgument(call.args, 0);

@@ -1,16 +1,27 @@
-// VFile_DeCompress( sourcePath ; targetPath ): unpacks a zip archive.
-// The operation has not landed in this build: after the argument checks it fails with -4.
+// VFile_DeCompress( sourcePath ; targetPath ): unpacks every entry of a zip archive into a folder.
+#include "archive/windows/zip_operations.h"
+#include "bridge/path_context.h"
 #include "functions/handlers.h"
-#include "functions/not_implemented.h"
 #include "shell/call_frame.h"
+#include "shell/result.h"
+
+namespace {
+
+void DeCompress(const fmlib::FunctionCall& call) {
+    // Both arguments are checked before either is resolved.
+    fmlib::RequireTextParameter(call.args, 0);
+    fmlib::RequireTextParameter(call.args, 1);
+    bridge::PathContext paths(call.env);
+    const slib::String source = paths.pathArgument(call.args, 0);
+    const slib::String target = paths.pathArgument(call.args, 1);
+    archive::DecompressArchive(source, target);
+    fmlib::SetResultCode(call.result, 0);
+}
+
+}  // namespace
 
 FmxErrcode VFile_DeCompress(int16_t functionId, const FmxExprEnv& env, const FmxDataVect& args,
                             FmxData& result) {
     constexpr fmlib::FramePolicy kPolicy{2, fmlib::Licence::kChecked, fmlib::ZeroCode::kLeftAlone};
-    return fmlib::RunInCallFrame(kPolicy, {functionId, env, args, result},
-                                 [](const fmlib::FunctionCall& call) {
-                                     fmlib::RequireTextParameter(call.args, 0);
-                                     fmlib::RequireTextParameter(call.args, 1);
-                                     functions::ThrowNotImplemented();
-                                 });
+    return fmlib::RunInCallFrame(kPolicy, {functionId, env, args, result}, DeCompress);
 }

@@ -11,9 +11,7 @@
 
 namespace fmlib {
 
-namespace {
-
-std::string StreamType(const FmxBinaryData& data, int32_t index) {
+std::string ContainerStreamType(const FmxBinaryData& data, int32_t index) {
     QuadCharPtr type = NewQuadChar();
     BinaryDataGetType(data, index, *type);
     std::string text(4, ' ');
@@ -22,6 +20,8 @@ std::string StreamType(const FmxBinaryData& data, int32_t index) {
     }
     return text;
 }
+
+namespace {
 
 // A stream the host lists but will not hand over is a host failure: dropping it silently would
 // lose data.
@@ -42,7 +42,7 @@ std::shared_ptr<ContainerValue> ToContainerValue(const FmxBinaryData& data) {
     std::optional<ContainerValue::PictureSize> pictureSize;
     const int32_t count = BinaryDataGetCount(data);
     for (int32_t index = 0; index < count; ++index) {
-        std::string type = StreamType(data, index);
+        std::string type = ContainerStreamType(data, index);
         if (type == "FNAM") {
             TextPtr name = NewText();
             if (BinaryDataGetFNAMData(data, *name) == 0) {

@@ -6,6 +6,7 @@
 #include <cstring>
 
 #include "fmx_constants.h"
+#include "picture/windows/gdiplus_session.h"
 #include "resources/resource_ids.h"
 #include "shell/extension_version.h"
 #include "shell/licensing.h"
@@ -47,6 +48,7 @@ void HandleShutdown() {
     gEnabled = false;
     UnregisterFunctions();
     StopRecheckTimer();
+    slib::ShutdownGdiplus();
 }
 
 void HandlePreferences() {

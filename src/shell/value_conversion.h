@@ -3,6 +3,7 @@
 #pragma once
 
 #include <memory>
+#include <string>
 
 #include "fmx_functions.h"
 #include "foundation/attributed_string.h"
@@ -21,6 +22,9 @@ std::shared_ptr<slib::Object> ToFoundationValue(const FmxData& data,
 
 // The host's date and time fields as they stand (wall-clock time, no zone applied).
 std::shared_ptr<slib::Date> ToFoundationDate(const FmxDateTime& value);
+
+// The four-character type of the container's stream at `index`, e.g. "JPEG", "PDF ".
+std::string ContainerStreamType(const FmxBinaryData& data, int32_t index);
 
 // Every stream of a container, in the host's order.
 std::shared_ptr<ContainerValue> ToContainerValue(const FmxBinaryData& data);

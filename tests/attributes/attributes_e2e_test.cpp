@@ -193,10 +193,9 @@ TEST_F(Attributes, SetAnswersNothingOrReportsCodeAndMessage) {
 
 TEST_F(Attributes, StagedPictureOptionsTurnTheNextCopyIntoAPictureCopy) {
     ASSERT_EQ(call(uR"(VFile_Copy( "a.txt" ; "plain.txt" ))"), Succeeded());
-    // The picture copy is not in this build: a staged copy answers -4 and copies nothing.
+    // A staged copy converts pictures only: a text file is refused and nothing is copied.
     EXPECT_EQ(evaluate(uR"(VFile_Set( "rotate" ; "anything" ))"), "");
-    EXPECT_EQ(call(uR"(VFile_Copy( "a.txt" ; "b.txt" ))"),
-              Failed(-4, "Not implemented in this build"));
+    EXPECT_EQ(call(uR"(VFile_Copy( "a.txt" ; "b.txt" ))"), Failed(-50, "This is not a picture."));
     EXPECT_FALSE(exists(u"b.txt"));
 }
 

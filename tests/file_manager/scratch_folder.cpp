@@ -2,6 +2,8 @@
 
 #include <windows.h>
 
+#include <shellapi.h>
+
 #include <vector>
 
 namespace slib {
@@ -83,6 +85,26 @@ void RemoveTree(const std::u16string& path) {
     }
     ForEachEntry(path, [&](const std::u16string& name, bool) { RemoveTree(path + u"\\" + name); });
     RemoveDirectoryW(Wide(Long(path)));
+}
+
+bool ShellMergesMovedFolders(const std::u16string& probe) {
+    CreateDirectoryW(Wide(probe), nullptr);
+    CreateDirectoryW(Wide(probe + u"\\a"), nullptr);
+    CreateDirectoryW(Wide(probe + u"\\box"), nullptr);
+    CreateDirectoryW(Wide(probe + u"\\box\\a"), nullptr);
+    CreateDirectoryW(Wide(probe + u"\\a\\moved"), nullptr);
+    const std::u16string from = probe + u"\\a" + std::u16string(2, u'\0');
+    const std::u16string to = probe + u"\\box" + std::u16string(2, u'\0');
+    SHFILEOPSTRUCTW request = {};
+    request.wFunc = FO_MOVE;
+    request.pFrom = Wide(from);
+    request.pTo = Wide(to);
+    request.fFlags = FOF_SILENT | FOF_NOCONFIRMATION;
+    SHFileOperationW(&request);
+    const bool merged =
+        GetFileAttributesW(Wide(probe + u"\\box\\a\\moved")) != INVALID_FILE_ATTRIBUTES;
+    RemoveTree(probe);
+    return merged;
 }
 
 std::optional<Exception> Caught(const std::function<void()>& action) {

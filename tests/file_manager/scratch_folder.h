@@ -29,6 +29,11 @@ std::u16string BesideProgram(const std::u16string& name);
 // so cleanup never depends on the code under test.
 void RemoveTree(const std::u16string& path);
 
+// Whether this system's shell merges a folder moved into a folder that holds one of the same
+// name, tried in the folder `probe` (made and removed again); Wine's reports success and leaves
+// both untouched.
+bool ShellMergesMovedFolders(const std::u16string& probe);
+
 // The exception `action` throws, or none when it returns normally.
 std::optional<Exception> Caught(const std::function<void()>& action);
 // "" when `action` returns normally, else Failure() of the slib::Exception it threw.

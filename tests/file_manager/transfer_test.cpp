@@ -72,28 +72,6 @@ TEST_F(TransferTest, MovesAndRenamesFilesAndTrees) {
     EXPECT_EQ(snapshot(u"box\\renamed"), tree);
 }
 
-// Whether this system's shell merges a folder moved into a folder that holds one of the same
-// name; Wine's reports success and leaves both untouched.
-bool ShellMergesMovedFolders(const std::u16string& probe) {
-    CreateDirectoryW(Wide(probe), nullptr);
-    CreateDirectoryW(Wide(probe + u"\\a"), nullptr);
-    CreateDirectoryW(Wide(probe + u"\\box"), nullptr);
-    CreateDirectoryW(Wide(probe + u"\\box\\a"), nullptr);
-    CreateDirectoryW(Wide(probe + u"\\a\\moved"), nullptr);
-    const std::u16string from = probe + u"\\a" + std::u16string(2, u'\0');
-    const std::u16string to = probe + u"\\box" + std::u16string(2, u'\0');
-    SHFILEOPSTRUCTW request = {};
-    request.wFunc = FO_MOVE;
-    request.pFrom = Wide(from);
-    request.pTo = Wide(to);
-    request.fFlags = FOF_SILENT | FOF_NOCONFIRMATION;
-    SHFileOperationW(&request);
-    const bool merged =
-        GetFileAttributesW(Wide(probe + u"\\box\\a\\moved")) != INVALID_FILE_ATTRIBUTES;
-    RemoveTree(probe);
-    return merged;
-}
-
 TEST_F(TransferTest, MoveMergesAFolderIntoASameNamedFolder) {
     if (!ShellMergesMovedFolders(path(u"probe"))) {
         GTEST_SKIP() << "this system's shell (Wine) does not merge a moved folder into a "

@@ -162,6 +162,19 @@ TEST_F(CalcFunctionsTest, Base64AndContainers) {
     EXPECT_EQ(Eval(u"Base64Encode ( Base64Decode ( \"AAEC\" ; \"data.bin\" ) )"), "AAEC");
     EXPECT_EQ(Eval(u"GetAsText ( Base64Decode ( \"AAEC\" ; \"data.bin\" ) )"), "data.bin");
 
+    // A picture is stored as the host stores an inserted picture: its own stream and SIZE.
+    const Container gif =
+        ValueOf(
+            u"Base64Decode ( \"R0lGODlhAwACAIAAAP///wAAACwAAAAAAwACAAACAoRRADs=\" ; \"dot.gif\" )")
+            .AsContainer();
+    EXPECT_NE(gif.BytesOf(stream_type::kGif), nullptr);
+    EXPECT_EQ(gif.BytesOf(stream_type::kFile), nullptr);
+    int16_t width = 0;
+    int16_t height = 0;
+    EXPECT_EQ(gif.GetPictureSize(width, height), container_error::kOk);
+    EXPECT_EQ(width, 3);
+    EXPECT_EQ(height, 2);
+
     // A reference: the path list and nothing else.
     const Value link = ValueOf(u"ContainerReference ( \"filewin:/C:/a.pdf\" )");
     ASSERT_EQ(link.Type(), NativeType::kContainer);

@@ -149,8 +149,9 @@ ErrorCode Base64Encode(EvalContext&, const std::vector<Value>& args, Value& resu
     return kNoError;
 }
 
-// With a file name the result is a container holding that file (FILE and FNAM); otherwise
-// the bytes are read as UTF-8 text. Text that is not base64 gives "?".
+// With a file name the result is a container holding that file as the host stores an inserted
+// file (a picture stream for a picture, else FILE; FNAM); otherwise the bytes are read as UTF-8
+// text. Text that is not base64 gives "?".
 ErrorCode Base64Decode(EvalContext&, const std::vector<Value>& args, Value& result) {
     const std::optional<Bytes> bytes = fmhost::Base64Decode(args[0].AsText().Chars());
     if (!bytes) {
@@ -163,10 +164,7 @@ ErrorCode Base64Decode(EvalContext&, const std::vector<Value>& args, Value& resu
             std::string_view(reinterpret_cast<const char*>(bytes->data()), bytes->size()))));
         return kNoError;
     }
-    Container container;
-    container.Add(stream_type::kFile, bytes->data(), bytes->size());
-    container.AddFileName(fileName);
-    result = Value(std::move(container));
+    result = Value(Container::FromFile(fileName, bytes->data(), bytes->size()));
     return kNoError;
 }
 

@@ -5,7 +5,8 @@
 //
 // Paths are absolute Windows paths with "\" separators. Operations that open or create an item
 // by name hand the system the "\\?\" long-path form; the kind test, copy/move/delete and the
-// shell actions pass the path as given, since the shell refuses the prefixed form.
+// shell actions pass the path as given, since the shell refuses the prefixed form. A copy, move or
+// delete that would reach a path the shell cannot hold runs on our own long-path walk instead.
 
 #include <cstdint>
 #include <memory>
@@ -159,6 +160,39 @@ class FileManager : public Object {
     void setOwnerRights(const String& path, uint32_t rights) const;
     void setGroupRights(const String& path, uint32_t rights) const;
     void setEveryoneRights(const String& path, uint32_t rights) const;
+
+    // --- choosers ---
+    // Modal system dialogs on the calling thread, owned by no window. Each answers the chosen
+    // absolute paths in the dialog's order, the single text "-128" when the user cancels, and no
+    // paths when the dialog itself fails. Null folder or title leave the dialog's own. Where no
+    // dialog can be shown (no interactive desktop: a service, or no display), each fails at once
+    // with 2400 "No interactive desktop to show the dialog on", before showing anything.
+    // The open dialog; with `several` the user may pick more than one file. `filter` is dialog
+    // filter text with "|" separators (buildAllowedFilesFilter).
+    std::vector<std::shared_ptr<const String>> chooseFiles(
+        bool several, const std::shared_ptr<const String>& folder,
+        const std::shared_ptr<const String>& title,
+        const std::shared_ptr<const String>& filter) const;
+    // The folder browser, opened on `folder`; "Choose Directory..." when no title. A chosen item
+    // with no file-system path (a virtual folder) gives no paths.
+    std::vector<std::shared_ptr<const String>> chooseFolder(
+        const std::shared_ptr<const String>& folder,
+        const std::shared_ptr<const String>& title) const;
+    // The save dialog: any name may be typed, and an existing file is not asked about.
+    std::vector<std::shared_ptr<const String>> chooseSaveFile(
+        const std::shared_ptr<const String>& folder,
+        const std::shared_ptr<const String>& title) const;
+    // "Allowed files:|*.txt;*.csv|" for {"txt", "csv"}.
+    std::shared_ptr<const String> buildAllowedFilesFilter(
+        const std::vector<std::shared_ptr<const String>>& extensions) const;
+    // The dialog an item-kind position asks for: kFile the open dialog (with the allowed
+    // extensions as its filter, none when empty), kFolder the folder browser, kNew the save
+    // dialog; any other position is -50 "Wrong parameter" and shows nothing.
+    std::vector<std::shared_ptr<const String>> choose(
+        int32_t kindPosition, bool several, const std::shared_ptr<const String>& folder,
+        const std::shared_ptr<const String>& title,
+        const std::vector<std::shared_ptr<const String>>& extensions) const;
+
     // --- contents (sizes are 64-bit; data moves in chunks of a few MiB) ---
     // Up to `length` bytes from `position` (kReadToEnd: to the end). A missing or empty file
     // gives empty data. Opening: -43 "Cannot read file" when it vanished, else -54 "Insufficent

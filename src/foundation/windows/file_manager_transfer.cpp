@@ -1,6 +1,7 @@
-// Copy, move and delete, all handed to the shell's file operation so folders go with their whole
+// Copy, move and delete, handed to the shell's file operation so folders go with their whole
 // contents and cross-volume moves are the shell's business. Our part: the checks, in order, before
-// anything on disk changes.
+// anything on disk changes, and keeping from the shell any transfer with a path it cannot hold:
+// those run on the long-path walk, with the same checks and the same results.
 
 // windows.h first: the other system headers build on its types.
 #include <windows.h>
@@ -13,6 +14,7 @@
 #include "foundation/error_codes.h"
 #include "foundation/exception.h"
 #include "foundation/windows/file_manager.h"
+#include "foundation/windows/long_path_walk.h"
 
 namespace slib {
 
@@ -63,14 +65,33 @@ std::u16string LastComponent(const std::u16string& path) {
     return separator == std::u16string::npos ? path : path.substr(separator + 1);
 }
 
+// The path as the checks and the shell see it: up to its first zero.
+std::u16string Plain(const String& path) {
+    return reinterpret_cast<const char16_t*>(path.wide());
+}
+
+// getItemKind, but able to see a path the plain form cannot reach (the system refuses one of
+// MAX_PATH or more unprefixed): the checks must not call a long path missing or unreadable.
+uint32_t TransferKind(const FileManager& manager, const String& path) {
+    if (Plain(path).size() < long_path::kShellLimit) {
+        return manager.getItemKind(path);
+    }
+    return long_path::KindOf(Plain(path));
+}
+
 }  // namespace
 
 void FileManager::copyItem(const String& source, const String& destination) const {
-    if (getItemKind(source) == ItemKind::kNone) {
+    if (TransferKind(*this, source) == ItemKind::kNone) {
         Throw(kItemNotFound, "Source item does not exist");
     }
-    if (getItemKind(destination) == ItemKind::kFile) {
+    if (TransferKind(*this, destination) == ItemKind::kFile) {
         Throw(kItemExists, "Destination item already exists");
+    }
+    const std::u16string target = long_path::TransferTarget(Plain(source), Plain(destination));
+    if (long_path::NeedsWalk(Plain(source), target)) {
+        long_path::CopyTree(Plain(source), target, "Cannot copy item");
+        return;
     }
     const ShellOutcome outcome = RunShellOperation(FO_COPY, source, &destination);
     if (outcome.failed) {
@@ -80,17 +101,22 @@ void FileManager::copyItem(const String& source, const String& destination) cons
 }
 
 void FileManager::moveItem(const String& source, const String& destination) const {
-    if (getItemKind(source) == ItemKind::kNone) {
+    if (TransferKind(*this, source) == ItemKind::kNone) {
         Throw(kItemNotFound, "Source item does not exist");
     }
-    if (getItemKind(destination) == ItemKind::kFile) {
+    if (TransferKind(*this, destination) == ItemKind::kFile) {
         Throw(kItemExists, "Destination item already exists");
     }
     // Into an existing folder the shell would overwrite a same-named file without asking; refuse
     // that here. A same-named folder is merged, as the shell does.
     const String candidate(destination.units() + u"\\" + LastComponent(source.units()));
-    if (getItemKind(candidate) == ItemKind::kFile) {
+    if (TransferKind(*this, candidate) == ItemKind::kFile) {
         Throw(kItemExists, "Destination item already exists");
+    }
+    const std::u16string target = long_path::TransferTarget(Plain(source), Plain(destination));
+    if (long_path::NeedsWalk(Plain(source), target)) {
+        long_path::MoveTree(Plain(source), target, "Cannot move item");
+        return;
     }
     const ShellOutcome outcome = RunShellOperation(FO_MOVE, source, &destination);
     if (outcome.failed) {
@@ -99,8 +125,12 @@ void FileManager::moveItem(const String& source, const String& destination) cons
 }
 
 void FileManager::deleteItem(const String& path) const {
-    if (getItemKind(path) == ItemKind::kNone) {
+    if (TransferKind(*this, path) == ItemKind::kNone) {
         Throw(kItemNotFound, "Item does not exist");
+    }
+    if (long_path::NeedsWalk(Plain(path), u"")) {
+        long_path::DeleteTree(Plain(path), "Cannot delete item");
+        return;
     }
     const ShellOutcome outcome = RunShellOperation(FO_DELETE, path, nullptr);
     if (outcome.failed) {

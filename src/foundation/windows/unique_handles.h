@@ -8,12 +8,6 @@
 #include <objidl.h>
 #include <shlobj.h>
 
-// GDI+ needs min and max in scope; the system headers' macros are off in this project.
-#include <algorithm>
-namespace Gdiplus {
-using std::max;
-using std::min;
-}  // namespace Gdiplus
 #include <gdiplus.h>
 
 #include "foundation/unique_resource.h"
@@ -22,14 +16,6 @@ namespace slib {
 
 inline HANDLE InvalidHandleValue() {
     return INVALID_HANDLE_VALUE;
-}
-
-inline void ReleaseComObject(IUnknown* object) {
-    object->Release();
-}
-
-inline void ReleaseVirtualMemory(void* memory) {
-    VirtualFree(memory, 0, MEM_RELEASE);
 }
 
 // A kernel handle whose failure value is null (processes, threads, events, ...).
@@ -47,19 +33,36 @@ using UniqueLocalMemory = UniqueResource<HLOCAL, &LocalFree>;
 using UniqueSecurityDescriptor = UniqueResource<PSECURITY_DESCRIPTOR, &LocalFree>;
 // An ACL the security API allocated (SetEntriesInAclW).
 using UniqueAcl = UniqueResource<PACL, &LocalFree>;
-// A window we created (the rich-edit control of the "rtf" conversion).
+// A window this thread created (it must also be destroyed on this thread).
 using UniqueWindow = UniqueResource<HWND, &DestroyWindow>;
-// A library loaded with LoadLibraryW.
+
+// --- contents ---
+inline void ReleaseVirtualMemory(void* memory) {
+    VirtualFree(memory, 0, MEM_RELEASE);
+}
+// A library loaded with LoadLibraryW (the rich-edit control's "Msftedit.dll").
 using UniqueModule = UniqueResource<HMODULE, &FreeLibrary>;
-// A COM stream (SHCreateMemStream, ...).
-using UniqueStream = UniqueResource<IStream*, &ReleaseComObject>;
-// GDI+ for the calling code's duration: the token of GdiplusStartup.
-using UniqueGdiplusSession = UniqueResource<ULONG_PTR, &Gdiplus::GdiplusShutdown>;
-// A GDI+ image or bitmap.
-using UniqueGdiplusImage =
-    UniqueResource<Gdiplus::GpImage*, &Gdiplus::DllExports::GdipDisposeImage>;
 // Pages reserved and committed with VirtualAlloc: zero-filled, and only the pages touched take
 // physical memory.
 using UniqueVirtualMemory = UniqueResource<void*, &ReleaseVirtualMemory>;
+
+// --- pictures ---
+inline void DisposeGdipBitmap(Gdiplus::GpBitmap* bitmap) {
+    Gdiplus::DllExports::GdipDisposeImage(bitmap);
+}
+inline void DeleteGdipGraphics(Gdiplus::GpGraphics* graphics) {
+    Gdiplus::DllExports::GdipDeleteGraphics(graphics);
+}
+inline void ReleaseStream(IStream* stream) {
+    stream->Release();
+}
+// A GDI+ bitmap (decoded picture or one we draw into).
+using UniqueGdipBitmap = UniqueResource<Gdiplus::GpBitmap*, &DisposeGdipBitmap>;
+// A GDI+ drawing context on a bitmap.
+using UniqueGdipGraphics = UniqueResource<Gdiplus::GpGraphics*, &DeleteGdipGraphics>;
+// A COM stream (memory streams that pictures are decoded from and encoded into).
+using UniqueStream = UniqueResource<IStream*, &ReleaseStream>;
+// The process's GDI+ start-up token.
+using UniqueGdiplusToken = UniqueResource<ULONG_PTR, &Gdiplus::GdiplusShutdown>;
 
 }  // namespace slib

@@ -1,0 +1,33 @@
+#include "archive/archive_failures.h"
+
+#include "foundation/error_codes.h"
+#include "foundation/exception.h"
+
+namespace archive {
+
+void FailTargetIsArchive() {
+    slib::Throw(slib::kItemExists, "File of the same name already exists.");
+}
+void FailArchiveNotCreated() {
+    slib::Throw(slib::kFileNotOpen, "Unable to open zip.");
+}
+void FailNothingToAdd() {
+    slib::Throw(slib::kItemNotFound, "Nothing to add.");
+}
+void FailFileNotAdded() {
+    slib::Throw(slib::kItemNotFound, "Unable to add file to zip.");
+}
+void FailArchiveNotOpened() {
+    slib::Throw(slib::kItemNotFound, "Invalid archive path.");
+}
+void FailEntryCountUnreadable() {
+    slib::Throw(slib::kBadParameter, "Could not read properties of archive");
+}
+void FailEntryUnreadable() {
+    slib::Throw(slib::kBadParameter, "Invalid or missing zip item");
+}
+void FailEntryNotExtracted() {
+    slib::Throw(slib::kBadParameter, "Unable to get zip item");
+}
+
+}  // namespace archive

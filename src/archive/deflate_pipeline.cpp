@@ -1,0 +1,163 @@
+#include "archive/deflate_pipeline.h"
+
+#include <zlib.h>
+
+#include <algorithm>
+
+namespace archive {
+
+namespace {
+
+// One worker's deflate state, reset for every block.
+class RawDeflater {
+  public:
+    explicit RawDeflater(int level) {
+        ready_ =
+            deflateInit2(&stream_, level, Z_DEFLATED, -MAX_WBITS, 8, Z_DEFAULT_STRATEGY) == Z_OK;
+    }
+    ~RawDeflater() {
+        if (ready_) {
+            deflateEnd(&stream_);
+        }
+    }
+    RawDeflater(const RawDeflater&) = delete;
+    RawDeflater& operator=(const RawDeflater&) = delete;
+
+    bool run(DeflateBlock& block) {
+        if (!ready_ || deflateReset(&stream_) != Z_OK) {
+            return false;
+        }
+        if (!block.dictionary.empty() &&
+            deflateSetDictionary(&stream_, block.dictionary.data(),
+                                 static_cast<uInt>(block.dictionary.size())) != Z_OK) {
+            return false;
+        }
+        // Room for the worst case up front, so one call normally does the whole block.
+        const size_t bound = deflateBound(&stream_, static_cast<uLong>(block.inputLength)) + 64;
+        if (block.output.size() < bound) {
+            block.output.resize(bound);
+        }
+        stream_.next_in = block.input.data();
+        stream_.avail_in = static_cast<uInt>(block.inputLength);
+        size_t produced = 0;
+        const int flush = block.last ? Z_FINISH : Z_SYNC_FLUSH;
+        for (;;) {
+            if (produced == block.output.size()) {
+                block.output.resize(block.output.size() * 2);
+            }
+            stream_.next_out = block.output.data() + produced;
+            stream_.avail_out = static_cast<uInt>(block.output.size() - produced);
+            const int result = deflate(&stream_, flush);
+            produced = block.output.size() - stream_.avail_out;
+            if (result == Z_STREAM_END) {
+                break;
+            }
+            if (result != Z_OK && result != Z_BUF_ERROR) {
+                return false;
+            }
+            if (flush == Z_SYNC_FLUSH && stream_.avail_in == 0 && stream_.avail_out != 0) {
+                break;
+            }
+        }
+        block.outputLength = produced;
+        return true;
+    }
+
+  private:
+    z_stream stream_ = {};
+    bool ready_ = false;
+};
+
+}  // namespace
+
+DeflatePipeline::DeflatePipeline(unsigned workers, int level) {
+    workers = std::max(1u, workers);
+    const size_t blockCount = 2 * static_cast<size_t>(workers) + 2;
+    for (size_t i = 0; i < blockCount; ++i) {
+        blocks_.push_back(std::make_unique<DeflateBlock>());
+        blocks_.back()->input.resize(kBlockSize);
+        free_.push_back(blocks_.back().get());
+    }
+    try {
+        for (unsigned i = 0; i < workers; ++i) {
+            workers_.emplace_back([this, level] { work(level); });
+        }
+    } catch (...) {
+        stop();
+        throw;
+    }
+}
+
+DeflatePipeline::~DeflatePipeline() {
+    stop();
+}
+
+void DeflatePipeline::stop() {
+    {
+        std::lock_guard<std::mutex> lock(mutex_);
+        stopping_ = true;
+    }
+    workAvailable_.notify_all();
+    for (std::thread& worker : workers_) {
+        if (worker.joinable()) {
+            worker.join();
+        }
+    }
+    workers_.clear();
+}
+
+DeflateBlock* DeflatePipeline::acquire() {
+    if (free_.empty()) {
+        return nullptr;
+    }
+    DeflateBlock* block = free_.back();
+    free_.pop_back();
+    block->dictionary.clear();
+    block->done.store(false);
+    block->failed = false;
+    return block;
+}
+
+void DeflatePipeline::submit(DeflateBlock* block) {
+    {
+        std::lock_guard<std::mutex> lock(mutex_);
+        queue_.push_back(block);
+    }
+    workAvailable_.notify_one();
+}
+
+void DeflatePipeline::waitFor(DeflateBlock* block) {
+    std::unique_lock<std::mutex> lock(mutex_);
+    blockDone_.wait(lock, [block] { return block->done.load(); });
+}
+
+void DeflatePipeline::release(DeflateBlock* block) {
+    free_.push_back(block);
+}
+
+void DeflatePipeline::work(int level) {
+    RawDeflater deflater(level);
+    for (;;) {
+        DeflateBlock* block = nullptr;
+        {
+            std::unique_lock<std::mutex> lock(mutex_);
+            workAvailable_.wait(lock, [this] { return stopping_ || !queue_.empty(); });
+            if (queue_.empty()) {
+                return;
+            }
+            block = queue_.front();
+            queue_.pop_front();
+        }
+        block->crc = static_cast<uint32_t>(
+            crc32(0, block->input.data(), static_cast<uInt>(block->inputLength)));
+        const bool ok = !block->deflate || deflater.run(*block);
+        {
+            std::lock_guard<std::mutex> lock(mutex_);
+            block->failed = !ok;
+            block->done.store(true);
+        }
+        blockDone_.notify_all();
+    }
+}
+
+}  // namespace archive

@@ -1,0 +1,74 @@
+#pragma once
+// Deflates an entry's content block by block on worker threads while the caller reads ahead and
+// writes finished blocks out in order. Each block is deflated on its own with the end of the
+// previous block as its dictionary and ends on a byte boundary (a sync flush; the entry's last
+// block finishes the stream), so the blocks concatenate into one raw deflate stream that loses
+// almost nothing against deflating the entry in one go. The workers touch only memory and zlib.
+//
+// A fixed set of blocks is reused for the whole archive: memory stays bounded whatever the size
+// of the files, and the caller waits for the oldest block when all are in flight.
+
+#include <atomic>
+#include <condition_variable>
+#include <cstddef>
+#include <cstdint>
+#include <deque>
+#include <memory>
+#include <mutex>
+#include <thread>
+#include <vector>
+
+namespace archive {
+
+struct DeflateBlock {
+    // Buffers keep their size for the whole archive (no clearing per block); the lengths say how
+    // much of them is in use.
+    std::vector<uint8_t> input;
+    size_t inputLength = 0;
+    std::vector<uint8_t> dictionary;  // the previous block's last 32 KiB; empty for a first block
+    bool deflate = true;              // false: stored as it is, only the CRC is computed
+    bool last = false;                // finishes the entry's deflate stream
+
+    // Filled in by the worker.
+    std::vector<uint8_t> output;
+    size_t outputLength = 0;
+    uint32_t crc = 0;
+    bool failed = false;  // zlib refused (out of memory)
+    std::atomic<bool> done{false};
+
+    const uint8_t* data() const { return deflate ? output.data() : input.data(); }
+    size_t dataLength() const { return deflate ? outputLength : inputLength; }
+};
+
+class DeflatePipeline {
+  public:
+    static constexpr size_t kBlockSize = 512 * 1024;
+    static constexpr size_t kDictionarySize = 32 * 1024;
+
+    // `workers` threads (at least one), each with its own deflate state at `level`.
+    DeflatePipeline(unsigned workers, int level);
+    ~DeflatePipeline();
+    DeflatePipeline(const DeflatePipeline&) = delete;
+    DeflatePipeline& operator=(const DeflatePipeline&) = delete;
+
+    // A block to fill, or null when every block is in flight (wait for the oldest, release it).
+    DeflateBlock* acquire();
+    void submit(DeflateBlock* block);
+    void waitFor(DeflateBlock* block);
+    void release(DeflateBlock* block);
+
+  private:
+    void work(int level);
+    void stop();
+
+    std::vector<std::unique_ptr<DeflateBlock>> blocks_;
+    std::vector<DeflateBlock*> free_;
+    std::mutex mutex_;
+    std::condition_variable workAvailable_;
+    std::condition_variable blockDone_;
+    std::deque<DeflateBlock*> queue_;
+    bool stopping_ = false;
+    std::vector<std::thread> workers_;
+};
+
+}  // namespace archive

@@ -1,0 +1,59 @@
+#pragma once
+// The archive layer's byte interfaces over Windows file handles. Paths are absolute; the
+// long-path form is added here.
+
+#include <windows.h>
+
+#include <cstdint>
+#include <string>
+
+#include "archive/archive_io.h"
+#include "archive/entry_time.h"
+#include "foundation/windows/unique_handles.h"
+
+namespace archive {
+
+// An archive opened for reading; valid() is false when it cannot be opened.
+class FileSource : public ByteSource {
+  public:
+    explicit FileSource(const std::u16string& path);
+    bool valid() const { return handle_.valid(); }
+    uint64_t size() const override { return size_; }
+    bool readAt(uint64_t offset, uint8_t* buffer, size_t length) override;
+
+  private:
+    slib::UniqueFileHandle handle_;
+    uint64_t size_ = 0;
+};
+
+// Writes through a handle the caller owns; a failed write is -43 "Unable to add file to zip."
+class FileWriter : public ByteWriter {
+  public:
+    explicit FileWriter(HANDLE handle) : handle_(handle) {}
+    void writeAt(uint64_t offset, const uint8_t* data, size_t length) override;
+
+  private:
+    HANDLE handle_;
+};
+
+// A file being added, read front to back. Opening or reading it fails with
+// -43 "Unable to add file to zip."
+class FileStream : public ByteStream {
+  public:
+    explicit FileStream(const std::u16string& path);
+    size_t read(uint8_t* buffer, size_t capacity) override;
+    uint64_t size() const { return size_; }
+    const EntryTime& time() const { return time_; }
+    // True when this is the same file as the one `other` is open on.
+    bool isSameFileAs(HANDLE other) const;
+
+  private:
+    slib::UniqueFileHandle handle_;
+    uint64_t size_ = 0;
+    EntryTime time_;
+};
+
+// True when both paths name one existing file (through links and different spellings too).
+bool IsSameFile(const std::u16string& a, const std::u16string& b);
+
+}  // namespace archive

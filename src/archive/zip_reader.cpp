@@ -1,0 +1,387 @@
+#include "archive/zip_reader.h"
+
+#include <zlib.h>
+
+#include <algorithm>
+#include <cstring>
+#include <iterator>
+
+#include "archive/archive_failures.h"
+#include "archive/byte_order.h"
+#include "archive/zip_format.h"
+
+namespace archive {
+
+namespace {
+
+constexpr size_t kChunkSize = 256 * 1024;
+constexpr size_t kWindowSize = 256 * 1024;
+// How far from the end the end record is looked for: its largest comment, plus as much
+// trailing junk again.
+constexpr uint64_t kEndSearchSpan = kEndRecordSize + 0xFFFF + 0x10000;
+
+// Raw inflate state for one entry.
+class Inflater {
+  public:
+    Inflater() { ready_ = inflateInit2(&stream_, -MAX_WBITS) == Z_OK; }
+    ~Inflater() {
+        if (ready_) {
+            inflateEnd(&stream_);
+        }
+    }
+    Inflater(const Inflater&) = delete;
+    Inflater& operator=(const Inflater&) = delete;
+    bool ready() const { return ready_; }
+    z_stream& stream() { return stream_; }
+
+  private:
+    z_stream stream_ = {};
+    bool ready_ = false;
+};
+
+bool AddWithin(uint64_t a, uint64_t b, uint64_t limit, uint64_t& sum) {
+    if (a > limit || b > limit - a) {
+        return false;
+    }
+    sum = a + b;
+    return true;
+}
+
+// CRC and size of the bytes written so far, checked against the entry's claims as they arrive.
+class VerifiedOutput {
+  public:
+    VerifiedOutput(const ArchiveEntry& entry, EntryFile& file) : entry_(entry), file_(file) {}
+    void write(const uint8_t* data, size_t length) {
+        if (length > entry_.uncompressed - written_) {
+            FailEntryNotExtracted();  // more data than the entry claims
+        }
+        crc_ = crc32(crc_, data, static_cast<uInt>(length));
+        written_ += length;
+        file_.write(data, length);
+    }
+    void finish() const {
+        if (written_ != entry_.uncompressed || crc_ != entry_.crc) {
+            FailEntryNotExtracted();
+        }
+    }
+
+  private:
+    const ArchiveEntry& entry_;
+    EntryFile& file_;
+    uint64_t written_ = 0;
+    uLong crc_ = crc32(0, nullptr, 0);
+};
+
+}  // namespace
+
+std::optional<DirectoryLocation> FindCentralDirectory(ByteSource& source) {
+    const uint64_t size = source.size();
+    if (size < kEndRecordSize) {
+        return std::nullopt;
+    }
+    const uint64_t span = std::min<uint64_t>(size, kEndSearchSpan);
+    const uint64_t base = size - span;
+    std::vector<uint8_t> tail(static_cast<size_t>(span));
+    if (!source.readAt(base, tail.data(), tail.size())) {
+        return std::nullopt;
+    }
+    for (size_t at = tail.size() - kEndRecordSize + 1; at-- > 0;) {
+        const uint8_t* record = tail.data() + at;
+        if (LoadLe32(record) != kEndRecordSignature) {
+            continue;
+        }
+        const uint64_t recordOffset = base + at;
+        if (recordOffset + kEndRecordSize + LoadLe16(record + 20) > size) {
+            continue;  // its comment would run past the end
+        }
+        uint64_t disk = LoadLe16(record + 4);
+        uint64_t directoryDisk = LoadLe16(record + 6);
+        uint64_t onDisk = LoadLe16(record + 8);
+        uint64_t total = LoadLe16(record + 10);
+        uint64_t directorySize = LoadLe32(record + 12);
+        uint64_t directoryOffset = LoadLe32(record + 16);
+        uint64_t directoryLimit = recordOffset;
+        if (recordOffset >= kZip64LocatorSize) {
+            uint8_t locator[kZip64LocatorSize];
+            uint8_t zip64[kZip64EndRecordSize];
+            const uint64_t locatorOffset = recordOffset - kZip64LocatorSize;
+            if (source.readAt(locatorOffset, locator, sizeof locator) &&
+                LoadLe32(locator) == kZip64LocatorSignature) {
+                const uint64_t zip64Offset = LoadLe64(locator + 8);
+                if (zip64Offset > locatorOffset ||
+                    locatorOffset - zip64Offset < kZip64EndRecordSize ||
+                    !source.readAt(zip64Offset, zip64, sizeof zip64) ||
+                    LoadLe32(zip64) != kZip64EndRecordSignature) {
+                    continue;
+                }
+                disk = LoadLe32(zip64 + 16);
+                directoryDisk = LoadLe32(zip64 + 20);
+                onDisk = LoadLe64(zip64 + 24);
+                total = LoadLe64(zip64 + 32);
+                directorySize = LoadLe64(zip64 + 40);
+                directoryOffset = LoadLe64(zip64 + 48);
+                directoryLimit = zip64Offset;
+            }
+        }
+        uint64_t directoryEnd = 0;
+        if (disk != 0 || directoryDisk != 0 ||
+            !AddWithin(directoryOffset, directorySize, directoryLimit, directoryEnd)) {
+            continue;  // a spanned archive, or a record that only looks like one
+        }
+        return DirectoryLocation{directoryOffset, directoryEnd, onDisk, total};
+    }
+    return std::nullopt;
+}
+
+ZipReader::ZipReader(ByteSource& source, OemDecoder decodeOem)
+    : source_(source), decodeOem_(decodeOem) {
+    const std::optional<DirectoryLocation> directory = FindCentralDirectory(source);
+    if (!directory) {
+        FailArchiveNotOpened();
+    }
+    directory_ = *directory;
+    cursor_ = directory_.offset;
+}
+
+uint64_t ZipReader::entryCount() const {
+    if (directory_.entriesOnDisk != directory_.entryCount ||
+        directory_.entryCount > (directory_.end - directory_.offset) / kCentralHeaderSize) {
+        FailEntryCountUnreadable();
+    }
+    return directory_.entryCount;
+}
+
+bool ZipReader::readCached(uint64_t offset, uint8_t* buffer, size_t length) {
+    if (length > kWindowSize) {
+        return source_.readAt(offset, buffer, length);
+    }
+    if (window_.empty() || offset < windowOffset_ || offset - windowOffset_ > window_.size() ||
+        window_.size() - (offset - windowOffset_) < length) {
+        const uint64_t available = directory_.end - std::min(offset, directory_.end);
+        window_.resize(static_cast<size_t>(std::min<uint64_t>(kWindowSize, available)));
+        windowOffset_ = offset;
+        if (window_.size() < length || !source_.readAt(offset, window_.data(), window_.size())) {
+            window_.clear();
+            return false;
+        }
+    }
+    std::memcpy(buffer, window_.data() + (offset - windowOffset_), length);
+    return true;
+}
+
+ArchiveEntry ZipReader::readEntry() {
+    uint8_t header[kCentralHeaderSize];
+    uint64_t fixedEnd = 0;
+    if (!AddWithin(cursor_, kCentralHeaderSize, directory_.end, fixedEnd) ||
+        !readCached(cursor_, header, sizeof header) ||
+        LoadLe32(header) != kCentralHeaderSignature) {
+        FailEntryUnreadable();
+    }
+    const size_t nameLength = LoadLe16(header + 28);
+    const size_t extraLength = LoadLe16(header + 30);
+    const size_t commentLength = LoadLe16(header + 32);
+    uint64_t entryEnd = 0;
+    if (!AddWithin(fixedEnd, nameLength + extraLength + commentLength, directory_.end, entryEnd)) {
+        FailEntryUnreadable();
+    }
+    std::vector<uint8_t> variable(nameLength + extraLength);
+    if (!variable.empty() && !readCached(fixedEnd, variable.data(), variable.size())) {
+        FailEntryUnreadable();
+    }
+    cursor_ = entryEnd;
+
+    ArchiveEntry entry;
+    entry.flags = LoadLe16(header + 8);
+    entry.method = LoadLe16(header + 10);
+    entry.time.dosTime = LoadLe16(header + 12);
+    entry.time.dosDate = LoadLe16(header + 14);
+    entry.crc = LoadLe32(header + 16);
+    entry.compressed = LoadLe32(header + 20);
+    entry.uncompressed = LoadLe32(header + 24);
+    entry.localOffset = LoadLe32(header + 42);
+
+    const uint8_t* extra = variable.data() + nameLength;
+    std::optional<std::string_view> unicodeName;
+    bool hasZip64Extra = false;
+    uint32_t unicodeNameCrc = 0;
+    for (size_t at = 0; at + 4 <= extraLength;) {
+        const uint16_t id = LoadLe16(extra + at);
+        const size_t size = LoadLe16(extra + at + 2);
+        const uint8_t* field = extra + at + 4;
+        if (size > extraLength - at - 4) {
+            break;  // a damaged tail of the extra data; what came before stands
+        }
+        if (id == kZip64ExtraId) {
+            hasZip64Extra = true;
+            size_t used = 0;
+            for (uint64_t* value : {&entry.uncompressed, &entry.compressed, &entry.localOffset}) {
+                if (*value != kMax32) {
+                    continue;
+                }
+                if (size - used < 8) {
+                    FailEntryUnreadable();
+                }
+                *value = LoadLe64(field + used);
+                used += 8;
+            }
+        } else if (id == kUnicodePathExtraId && size >= 5 && field[0] == 1) {
+            unicodeName = std::string_view(reinterpret_cast<const char*>(field + 5), size - 5);
+            unicodeNameCrc = LoadLe32(field + 1);
+        } else if (id == kTimestampExtraId && size >= 5 && (field[0] & 1) != 0) {
+            entry.time.hasUnixTime = true;
+            entry.time.unixTime = static_cast<int32_t>(LoadLe32(field + 1));
+        }
+        at += 4 + size;
+    }
+
+    if (!hasZip64Extra && (entry.compressed == kMax32 || entry.uncompressed == kMax32 ||
+                           entry.localOffset == kMax32)) {
+        FailEntryUnreadable();  // a ZIP64 marker without the ZIP64 field
+    }
+
+    const std::string_view rawName(reinterpret_cast<const char*>(variable.data()), nameLength);
+    entry.folder = !rawName.empty() && (rawName.back() == '/' || rawName.back() == '\\');
+    // Info-ZIP keeps the UTF-8 form of a name it could not flag as UTF-8 in an extra field, valid
+    // only while the CRC of the stored name still matches.
+    const bool unicodeNameHolds =
+        unicodeName && crc32(0, variable.data(), static_cast<uInt>(nameLength)) == unicodeNameCrc;
+    // Unix tools store names in the user's encoding, UTF-8 nowadays, without setting bit 11; the
+    // OEM code page is right only for names from DOS and Windows.
+    const uint8_t madeBy = header[5];
+    const bool utf8 = (entry.flags & kFlagUtf8Name) != 0 ||
+                      ((madeBy == kHostUnix || madeBy == kHostMacOs) && IsUtf8(rawName));
+    entry.name =
+        SanitiseEntryName(unicodeNameHolds ? DecodeStoredName(*unicodeName, true, decodeOem_)
+                                           : DecodeStoredName(rawName, utf8, decodeOem_));
+    return entry;
+}
+
+void ZipReader::claimSpan(uint64_t start, uint64_t end) {
+    auto next = spans_.upper_bound(start);
+    if (next != spans_.end() && next->first < end) {
+        FailEntryNotExtracted();
+    }
+    auto previous = next == spans_.begin() ? spans_.end() : std::prev(next);
+    if (previous != spans_.end() && previous->second > start) {
+        FailEntryNotExtracted();
+    }
+    // Entries usually follow each other without a gap: joined spans keep the map small however
+    // many entries the archive has.
+    if (next != spans_.end() && next->first == end) {
+        end = next->second;
+        spans_.erase(next);
+    }
+    if (previous != spans_.end() && previous->second == start) {
+        previous->second = end;
+    } else {
+        spans_.emplace(start, end);
+    }
+}
+
+void ZipReader::extractEntry(const ArchiveEntry& entry, ExtractTarget& target) {
+    if ((entry.flags & (kFlagEncrypted | kFlagStrongEncryption)) != 0 ||
+        (entry.method != kMethodStored && entry.method != kMethodDeflated)) {
+        FailEntryNotExtracted();
+    }
+    const std::optional<RelativePath> path = ResolveInsideFolder(entry.name);
+    if (!path) {
+        FailEntryNotExtracted();
+    }
+    if (entry.folder) {
+        target.makeFolder(*path);
+        return;
+    }
+    if (path->empty()) {
+        FailEntryNotExtracted();
+    }
+
+    // Entry data lies before the central directory and nowhere else.
+    uint8_t header[kLocalHeaderSize];
+    uint64_t dataStart = 0;
+    uint64_t dataEnd = 0;
+    if (!AddWithin(entry.localOffset, kLocalHeaderSize, directory_.offset, dataStart) ||
+        !source_.readAt(entry.localOffset, header, sizeof header) ||
+        LoadLe32(header) != kLocalHeaderSignature ||
+        !AddWithin(dataStart, uint64_t{LoadLe16(header + 26)} + LoadLe16(header + 28),
+                   directory_.offset, dataStart) ||
+        !AddWithin(dataStart, entry.compressed, directory_.offset, dataEnd)) {
+        FailEntryNotExtracted();
+    }
+    claimSpan(entry.localOffset, std::max(dataEnd, entry.localOffset + 1));
+    if (entry.method == kMethodStored && entry.compressed != entry.uncompressed) {
+        FailEntryNotExtracted();
+    }
+
+    input_.resize(kChunkSize);
+    output_.resize(kChunkSize);
+    std::unique_ptr<EntryFile> file = target.createFile(*path);
+    if (entry.method == kMethodStored) {
+        copyStored(entry, dataStart, *file);
+    } else {
+        inflateData(entry, dataStart, *file);
+    }
+    file->commit(entry.time);
+}
+
+void ZipReader::copyStored(const ArchiveEntry& entry, uint64_t dataStart, EntryFile& file) {
+    VerifiedOutput output(entry, file);
+    for (uint64_t done = 0; done < entry.compressed;) {
+        const size_t length =
+            static_cast<size_t>(std::min<uint64_t>(kChunkSize, entry.compressed - done));
+        if (!source_.readAt(dataStart + done, input_.data(), length)) {
+            FailEntryNotExtracted();
+        }
+        output.write(input_.data(), length);
+        done += length;
+    }
+    output.finish();
+}
+
+void ZipReader::inflateData(const ArchiveEntry& entry, uint64_t dataStart, EntryFile& file) {
+    Inflater inflater;
+    if (!inflater.ready()) {
+        FailEntryNotExtracted();
+    }
+    z_stream& stream = inflater.stream();
+    VerifiedOutput output(entry, file);
+    uint64_t consumed = 0;  // bytes handed to zlib so far
+    for (;;) {
+        if (stream.avail_in == 0 && consumed < entry.compressed) {
+            const size_t length =
+                static_cast<size_t>(std::min<uint64_t>(kChunkSize, entry.compressed - consumed));
+            if (!source_.readAt(dataStart + consumed, input_.data(), length)) {
+                FailEntryNotExtracted();
+            }
+            stream.next_in = input_.data();
+            stream.avail_in = static_cast<uInt>(length);
+            consumed += length;
+        }
+        stream.next_out = output_.data();
+        stream.avail_out = static_cast<uInt>(output_.size());
+        const int result = inflate(&stream, Z_NO_FLUSH);
+        output.write(output_.data(), output_.size() - stream.avail_out);
+        if (result == Z_STREAM_END) {
+            break;
+        }
+        // Z_BUF_ERROR means no progress was possible: only when the input has run out.
+        if (result != Z_OK &&
+            !(result == Z_BUF_ERROR && stream.avail_in == 0 && consumed < entry.compressed)) {
+            FailEntryNotExtracted();
+        }
+    }
+    if (stream.avail_in != 0 || consumed != entry.compressed) {
+        FailEntryNotExtracted();  // the stream ended before the data the entry claims
+    }
+    output.finish();
+}
+
+void ExtractArchive(ByteSource& source, ExtractTarget& target, OemDecoder decodeOem) {
+    ZipReader reader(source, decodeOem);
+    const uint64_t count = reader.entryCount();
+    for (uint64_t index = 0; index < count; ++index) {
+        const ArchiveEntry entry = reader.readEntry();
+        reader.extractEntry(entry, target);
+    }
+}
+
+}  // namespace archive

@@ -1,0 +1,83 @@
+#pragma once
+// Reads a zip archive through its central directory and extracts entries one at a time. Every
+// offset and length from the archive is checked against the file before it is used: a malformed
+// archive fails with one of the codes below and never makes the reader read or write out of
+// range, loop, or allocate what its headers claim. Stored and deflated entries only; each is
+// verified (CRC-32, both sizes, compressed data consumed exactly) before its file is kept.
+
+#include <cstdint>
+#include <map>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "archive/archive_io.h"
+#include "archive/entry_names.h"
+#include "archive/entry_time.h"
+#include "archive/extract_target.h"
+
+namespace archive {
+
+struct ArchiveEntry {
+    std::u16string name;  // decoded and sanitised
+    bool folder = false;  // the stored name ends in a separator
+    uint16_t flags = 0;
+    uint16_t method = 0;
+    uint32_t crc = 0;
+    uint64_t compressed = 0;
+    uint64_t uncompressed = 0;
+    uint64_t localOffset = 0;
+    EntryTime time;
+};
+
+// Where an archive's central directory lies, from its end records.
+struct DirectoryLocation {
+    uint64_t offset = 0;
+    uint64_t end = 0;
+    uint64_t entriesOnDisk = 0;
+    uint64_t entryCount = 0;
+};
+// The end record is looked for behind a comment and trailing bytes too; a ZIP64 end record is
+// followed when its locator is there. Nothing when `source` holds no readable zip archive.
+std::optional<DirectoryLocation> FindCentralDirectory(ByteSource& source);
+
+class ZipReader {
+  public:
+    // -43 "Invalid archive path." when FindCentralDirectory finds nothing.
+    ZipReader(ByteSource& source, OemDecoder decodeOem);
+
+    // -50 "Could not read properties of archive" when the count cannot be right (more entries
+    // than the central directory has room for, or a count that differs between the records).
+    uint64_t entryCount() const;
+
+    // The next entry of the central directory (entries are read in order, from 0).
+    // -50 "Invalid or missing zip item" when its header is damaged.
+    ArchiveEntry readEntry();
+
+    // -50 "Unable to get zip item": encrypted or neither stored nor deflated, a name that leaves
+    // the target folder, data out of range or overlapping another entry, a CRC or size that
+    // does not match, or the target refusing.
+    void extractEntry(const ArchiveEntry& entry, ExtractTarget& target);
+
+  private:
+    bool readCached(uint64_t offset, uint8_t* buffer, size_t length);
+    void claimSpan(uint64_t start, uint64_t end);
+    void copyStored(const ArchiveEntry& entry, uint64_t dataStart, EntryFile& file);
+    void inflateData(const ArchiveEntry& entry, uint64_t dataStart, EntryFile& file);
+
+    ByteSource& source_;
+    OemDecoder decodeOem_;
+    DirectoryLocation directory_;
+    uint64_t cursor_ = 0;                 // the next central header
+    std::map<uint64_t, uint64_t> spans_;  // start to end of the bytes entries extracted so far use
+    std::vector<uint8_t> window_;         // central directory bytes read ahead
+    uint64_t windowOffset_ = 0;
+    std::vector<uint8_t> input_;
+    std::vector<uint8_t> output_;
+};
+
+// The whole unpacking of an archive: count, then each entry read and extracted in order. Entries
+// extracted before a failure stay where they are.
+void ExtractArchive(ByteSource& source, ExtractTarget& target, OemDecoder decodeOem);
+
+}  // namespace archive

@@ -1,0 +1,119 @@
+#include "picture/windows/file_converter_impl.h"
+
+#include <utility>
+
+#include "foundation/error_codes.h"
+#include "foundation/exception.h"
+#include "picture/upright_turn.h"
+#include "picture/windows/gdiplus_session.h"
+#include "picture/windows/picture_codec.h"
+#include "picture/windows/picture_file.h"
+
+namespace slib {
+namespace {
+
+namespace gdip = Gdiplus::DllExports;
+
+constexpr char kSourceMissing[] = "Source item does not exist";
+constexpr Gdiplus::PixelFormat kPixelFormat32bppCMYK = 15 | (32 << 8);  // not in MinGW's headers
+
+std::wstring TargetMimeType(uint32_t targetType, Gdiplus::GpBitmap* source) {
+    switch (targetType) {
+        case FileType::kPng:
+            return L"image/png";
+        case FileType::kJpeg:
+            return L"image/jpeg";
+        default:
+            return SourceMimeType(source);
+    }
+}
+
+// The source's pixel format, except the formats a graphics context cannot draw into (CMYK
+// included, which GDI+ only ever reads).
+Gdiplus::PixelFormat TargetPixelFormat(Gdiplus::GpBitmap* source) {
+    Gdiplus::PixelFormat format = PixelFormatUndefined;
+    if (gdip::GdipGetImagePixelFormat(source, &format) != Gdiplus::Ok ||
+        format == PixelFormatUndefined || (format & PixelFormatIndexed) != 0 ||
+        format == PixelFormat16bppARGB1555 || format == PixelFormat16bppGrayScale ||
+        format == kPixelFormat32bppCMYK) {
+        return PixelFormat24bppRGB;
+    }
+    return format;
+}
+
+Gdiplus::GpStatus DrawScaled(Gdiplus::GpBitmap* source, Gdiplus::GpBitmap* target,
+                             const PixelSize& size) {
+    UniqueGdipGraphics graphics;
+    Gdiplus::GpStatus status = gdip::GdipGetImageGraphicsContext(target, graphics.put());
+    if (status != Gdiplus::Ok) {
+        return status;
+    }
+    gdip::GdipSetInterpolationMode(graphics.get(), Gdiplus::InterpolationModeHighQualityBicubic);
+    gdip::GdipSetPixelOffsetMode(graphics.get(), Gdiplus::PixelOffsetModeHighQuality);
+    return gdip::GdipDrawImageRectI(graphics.get(), source, 0, 0, size.width, size.height);
+}
+
+}  // namespace
+
+void FileConverterImpl::convert(const String& source, uint32_t sourceType, const String& target,
+                                uint32_t targetType) {
+    RequireConvertibleTypes(sourceType, targetType);
+    const ConversionSettings options = settings();
+    StartGdiplus();
+
+    const std::vector<uint8_t> bytes = ReadPictureFile(source, kSourceMissing);
+    UniqueGdipBitmap picture = LoadPicture(bytes);
+    const std::wstring mimeType = TargetMimeType(targetType, picture.get());
+    const PictureDimensions sourceSize = MeasurePicture(picture.get());
+
+    UprightTurn turn = UprightTurnFor(0);
+    SizeRequest request = options.size;
+    if (options.exifRotate) {
+        const std::optional<uint16_t> orientation = PictureOrientation(picture.get(), bytes);
+        if (!orientation && options.requireOrientation) {
+            Throw(kItemNotFound, "Picture has no exif");
+        }
+        turn = UprightTurnFor(orientation.value_or(0));
+        if (turn.swapsSides) {
+            // Scaling comes before turning, so the request is turned the other way.
+            std::swap(request.width, request.height);
+        }
+    }
+    const PixelSize size = ComputeTargetSize(sourceSize.width, sourceSize.height, request);
+
+    // Far beyond any real picture, and short of the sizes whose byte count overflows in GDI+.
+    constexpr int64_t kMaxSide = 1 << 16;
+    constexpr int64_t kMaxPixels = int64_t{1} << 28;
+    if (size.width > kMaxSide || size.height > kMaxSide ||
+        int64_t{size.width} * size.height > kMaxPixels) {
+        Throw(kBadParameter, "Cannot create a picture of that size");
+    }
+    UniqueGdipBitmap scaled;
+    if (gdip::GdipCreateBitmapFromScan0(size.width, size.height, 0,
+                                        TargetPixelFormat(picture.get()), nullptr,
+                                        scaled.put()) != Gdiplus::Ok) {
+        Throw(kUnclassified, "Cannot create a picture of that size");
+    }
+    if (DrawScaled(picture.get(), scaled.get(), size) != Gdiplus::Ok) {
+        picture = LoadPicture(bytes);  // a fresh decode, drawn once more
+        if (DrawScaled(picture.get(), scaled.get(), size) != Gdiplus::Ok) {
+            Throw(kUnclassified, "Cannot draw the picture");
+        }
+    }
+    picture.reset();
+
+    for (const int32_t step : turn.steps) {
+        if (step != kRotateNone &&
+            gdip::GdipImageRotateFlip(scaled.get(), static_cast<Gdiplus::RotateFlipType>(step)) !=
+                Gdiplus::Ok) {
+            Throw(kUnclassified, "Cannot turn the picture");
+        }
+    }
+    WritePictureFile(target, EncodePicture(scaled.get(), mimeType));
+}
+
+std::shared_ptr<FileConverter> MakeFileConverter() {
+    return std::make_shared<FileConverterImpl>();
+}
+
+}  // namespace slib

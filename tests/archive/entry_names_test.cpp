@@ -1,0 +1,110 @@
+// Names in both directions: stored names of walked items, the store-or-deflate rule, the
+// sanitiser, and the containment check that follows it.
+#include <gtest/gtest.h>
+
+#include "archive/entry_names.h"
+#include "foundation/utf_conversion.h"
+
+namespace {
+
+using archive::ResolveInsideFolder;
+using archive::SanitiseEntryName;
+
+std::string U8(const std::u16string& text) {
+    return slib::Utf16ToUtf8(text);
+}
+
+TEST(EntryNames, StoredNamesDropTheLeadingPartAndUseSlashes) {
+    EXPECT_EQ(U8(archive::StoredNameFromRelativePath(u"\\a.txt")), "a.txt");
+    EXPECT_EQ(U8(archive::StoredNameFromRelativePath(u"\\sub\\deeper\\b.txt")), "sub/deeper/b.txt");
+    EXPECT_EQ(U8(archive::StoredNameFromRelativePath(u"plain")), "plain");
+}
+
+TEST(EntryNames, OnlyTheWholeLastExtensionDecidesStoring) {
+    const struct {
+        const char16_t* name;
+        bool stored;
+    } cases[] = {
+        {u"photo.JPG.zip", true},
+        {u"report.GZ", true},
+        {u"report.gzip", false},
+        {u"a.Z", true},
+        {u"a.z", true},
+        {u"x.tgz", true},
+        {u"x.ZOO", true},
+        {u"x.arc", true},
+        {u"x.LZH", true},
+        {u"x.arj", true},
+        {u"zip", false},
+        {u"archive.zip.txt", false},
+        {u".gz", true},
+        {u"dir.gz/file", false},
+        {u"a.tar", false},
+        // Only A to Z fold: a dotted capital I or a fullwidth letter is no match.
+        {u"a.\u0130p", false},
+        {u"a.\uFF5Aip", false},
+        {u"noextension", false},
+    };
+    for (const auto& c : cases) {
+        EXPECT_EQ(archive::IsStoredWithoutCompression(c.name), c.stored) << U8(c.name);
+    }
+}
+
+TEST(EntryNames, SanitiserNeutralisesDrivesRootsAndInnerParentSteps) {
+    const struct {
+        const char16_t* stored;
+        const char* sanitised;
+    } cases[] = {
+        {u"C:\\x\\..\\..\\evil.txt", "evil.txt"},
+        {u"/etc/x", "etc/x"},
+        {u"\\\\server\\share\\f", "server\\share\\f"},
+        {u"a/../b", "b"},
+        {u"a\\..\\b", "b"},
+        {u"a/..\\b/../c", "c"},
+        {u"C:/D:/e", "e"},
+        {u"//x", "x"},
+        {u"../x", "../x"},  // kept by the sanitiser; refused by the containment check
+        {u"..\\x", "..\\x"},
+        {u"a/..", "a/.."},
+        {u"x\\..\\..\\..\\y", "y"},
+        {u"x:", ""},
+        {u"ok/name.txt", "ok/name.txt"},
+    };
+    for (const auto& c : cases) {
+        EXPECT_EQ(U8(SanitiseEntryName(c.stored)), c.sanitised) << U8(c.stored);
+    }
+}
+
+TEST(EntryNames, ContainmentRefusesWhatWouldLeaveTheFolder) {
+    using Parts = std::vector<std::u16string>;
+    EXPECT_EQ(ResolveInsideFolder(u"a/b\\c.txt"), (Parts{u"a", u"b", u"c.txt"}));
+    EXPECT_EQ(ResolveInsideFolder(u"a/./b/"), (Parts{u"a", u"b"}));
+    EXPECT_EQ(ResolveInsideFolder(u"a/x/../b"), (Parts{u"a", u"b"}));
+    EXPECT_EQ(ResolveInsideFolder(u""), Parts{});
+    for (const char16_t* refused :
+         {u"../x", u"..\\x", u"a/../../x", u"..", u"a/b:stream", u"dir/C:x"}) {
+        EXPECT_FALSE(ResolveInsideFolder(refused).has_value()) << U8(refused);
+    }
+}
+
+TEST(EntryNames, StoredNamesDecodeByFlagAndKeepAtMost259Characters) {
+    const auto latin1 = [](std::string_view bytes) {
+        std::u16string text;
+        for (char c : bytes) {
+            text.push_back(static_cast<unsigned char>(c));
+        }
+        return text;
+    };
+    EXPECT_EQ(archive::DecodeStoredName("gr\xC3\xBC\xC3\x9F"
+                                        "e",
+                                        true, latin1),
+              u"gr\u00FC\u00DFe");
+    EXPECT_EQ(archive::DecodeStoredName("gr\xC3\xBC", false, latin1), u"gr\u00C3\u00BC");
+    EXPECT_EQ(archive::DecodeStoredName(std::string(300, 'n'), true, latin1).size(), 259u);
+    EXPECT_TRUE(archive::IsUtf8("plain \xE2\x82\xAC \xF0\x9F\x98\x80"));
+    for (const char* bad : {"\xC3", "\xC0\xAF", "\xED\xA0\x80", "\xF5\x80\x80\x80", "a\x80"}) {
+        EXPECT_FALSE(archive::IsUtf8(bad)) << bad;
+    }
+}
+
+}  // namespace

@@ -1,0 +1,154 @@
+// Damaged and hostile archives: each fails with its code and message at the right step, keeps
+// the entries extracted before it, and leaves no half-written file behind.
+#include <gtest/gtest.h>
+
+#include <functional>
+
+#include "archive/byte_order.h"
+#include "archive/zip_format.h"
+#include "archive_test_support.h"
+
+namespace archive_test {
+namespace {
+
+using archive::LoadLe16;
+using archive::LoadLe32;
+using archive::StoreLe16;
+using archive::StoreLe32;
+using Bytes = std::vector<uint8_t>;
+using Tree = std::map<std::string, std::string>;
+
+const char* const kNotOpened = "-43 Invalid archive path.";
+const char* const kNoCount = "-50 Could not read properties of archive";
+const char* const kUnreadable = "-50 Invalid or missing zip item";
+const char* const kNotExtracted = "-50 Unable to get zip item";
+
+const std::string kA = Text(2000, 11);
+const std::string kB = Noise(3000, 12);
+
+Bytes TwoEntries() {
+    return Build({{u"a.txt", kA}, {u"b.bin", kB}});
+}
+
+// Offsets of the records of a comment-less archive.
+size_t EndRecord(const Bytes& bytes) {
+    return bytes.size() - archive::kEndRecordSize;
+}
+size_t CentralHeader(const Bytes& bytes, int index) {
+    size_t at = LoadLe32(&bytes[EndRecord(bytes) + 16]);
+    for (int i = 0; i < index; ++i) {
+        at += archive::kCentralHeaderSize + LoadLe16(&bytes[at + 28]) + LoadLe16(&bytes[at + 30]) +
+              LoadLe16(&bytes[at + 32]);
+    }
+    return at;
+}
+size_t LocalHeader(const Bytes& bytes, int index) {
+    return LoadLe32(&bytes[CentralHeader(bytes, index) + 42]);
+}
+void Add32(Bytes& bytes, size_t at, int32_t delta) {
+    StoreLe32(&bytes[at], LoadLe32(&bytes[at]) + static_cast<uint32_t>(delta));
+}
+
+struct Case {
+    const char* name;
+    std::function<void(Bytes&)> damage;
+    const char* failure;
+    Tree extracted;
+    int discarded;
+};
+
+TEST(Malformed, EachDamageFailsAtItsStepAndKeepsWhatCameBefore) {
+    const Tree onlyA = {{"a.txt", kA}};
+    const Case cases[] = {
+        {"nothing", [](Bytes& b) { b.clear(); }, kNotOpened, {}, 0},
+        {"not a zip", [](Bytes& b) { b.assign(100, 'z'); }, kNotOpened, {}, 0},
+        {"truncated end record", [](Bytes& b) { b.resize(b.size() - 1); }, kNotOpened, {}, 0},
+        {"truncated half", [](Bytes& b) { b.resize(b.size() / 2); }, kNotOpened, {}, 0},
+        {"directory past its end record",
+         [](Bytes& b) { Add32(b, EndRecord(b) + 16, 1); },
+         kNotOpened,
+         {},
+         0},
+        {"spanned archive",
+         [](Bytes& b) { StoreLe16(&b[EndRecord(b) + 4], 1); },
+         kNotOpened,
+         {},
+         0},
+        {"entry count too large",
+         [](Bytes& b) {
+             StoreLe16(&b[EndRecord(b) + 8], 1000);
+             StoreLe16(&b[EndRecord(b) + 10], 1000);
+         },
+         kNoCount,
+         {},
+         0},
+        {"counts disagree", [](Bytes& b) { StoreLe16(&b[EndRecord(b) + 8], 1); }, kNoCount, {}, 0},
+        {"second central header damaged", [](Bytes& b) { b[CentralHeader(b, 1)] = 'X'; },
+         kUnreadable, onlyA, 0},
+        {"name runs past the directory",
+         [](Bytes& b) { StoreLe16(&b[CentralHeader(b, 1) + 28], 0xFFFF); }, kUnreadable, onlyA, 0},
+        {"ZIP64 sizes without their extra field",
+         [](Bytes& b) { StoreLe32(&b[CentralHeader(b, 1) + 24], 0xFFFFFFFF); }, kUnreadable, onlyA,
+         0},
+        {"bad CRC of the first",
+         [](Bytes& b) { Add32(b, CentralHeader(b, 0) + 16, 1); },
+         kNotExtracted,
+         {},
+         1},
+        {"bad CRC of the second", [](Bytes& b) { Add32(b, CentralHeader(b, 1) + 16, 1); },
+         kNotExtracted, onlyA, 1},
+        {"uncompressed size too large", [](Bytes& b) { Add32(b, CentralHeader(b, 1) + 24, 1); },
+         kNotExtracted, onlyA, 1},
+        {"uncompressed size too small", [](Bytes& b) { Add32(b, CentralHeader(b, 1) + 24, -1); },
+         kNotExtracted, onlyA, 1},
+        {"compressed size too small", [](Bytes& b) { Add32(b, CentralHeader(b, 1) + 20, -1); },
+         kNotExtracted, onlyA, 1},
+        {"compressed size into the directory",
+         [](Bytes& b) { Add32(b, CentralHeader(b, 1) + 20, 100); }, kNotExtracted, onlyA, 0},
+        {"local header out of range",
+         [](Bytes& b) { StoreLe32(&b[CentralHeader(b, 1) + 42], 0x7FFFFFF0); }, kNotExtracted,
+         onlyA, 0},
+        {"local header signature", [](Bytes& b) { b[LocalHeader(b, 1)] = 'X'; }, kNotExtracted,
+         onlyA, 0},
+        {"entries overlap",
+         [](Bytes& b) { StoreLe32(&b[CentralHeader(b, 1) + 42], LocalHeader(b, 0)); },
+         kNotExtracted, onlyA, 0},
+        {"deflate data damaged",
+         [](Bytes& b) {
+             const size_t data = LocalHeader(b, 0) + archive::kLocalHeaderSize +
+                                 LoadLe16(&b[LocalHeader(b, 0) + 26]) +
+                                 LoadLe16(&b[LocalHeader(b, 0) + 28]);
+             for (size_t i = 0; i < 40; ++i) {
+                 b[data + 20 + i] ^= 0x5A;
+             }
+         },
+         kNotExtracted,
+         {},
+         1},
+        {"method other than stored or deflated",
+         [](Bytes& b) { StoreLe16(&b[CentralHeader(b, 1) + 10], 12); }, kNotExtracted, onlyA, 0},
+        {"encrypted", [](Bytes& b) { b[CentralHeader(b, 1) + 8] |= 1; }, kNotExtracted, onlyA, 0},
+    };
+    for (const Case& c : cases) {
+        Bytes bytes = TwoEntries();
+        c.damage(bytes);
+        SaveSeed(std::string("malformed ") + c.name, bytes);
+        const Outcome outcome = Extract(bytes);
+        EXPECT_EQ(outcome.failure, c.failure) << c.name;
+        EXPECT_EQ(outcome.tree, c.extracted) << c.name;
+        EXPECT_EQ(outcome.discarded, c.discarded) << c.name;
+    }
+}
+
+TEST(Malformed, NamesLandInsideTheTargetOrAreRefused) {
+    const Outcome outcome = Extract(Build({{u"C:\\x\\..\\..\\evil.txt", "1"},
+                                           {u"/etc/x", "2"},
+                                           {u"a/b/../../c.txt", "3"},
+                                           {u"../outside.txt", "4"},
+                                           {u"never.txt", "5"}}));
+    EXPECT_EQ(outcome.failure, kNotExtracted);
+    EXPECT_EQ(outcome.tree, (Tree{{"evil.txt", "1"}, {"etc/x", "2"}, {"c.txt", "3"}}));
+}
+
+}  // namespace
+}  // namespace archive_test

@@ -1,0 +1,107 @@
+#include "test_pictures.h"
+
+#include <cstring>
+#include <vector>
+
+#include "exif_segment.h"
+#include "picture/windows/gdiplus_session.h"
+#include "picture/windows/picture_codec.h"
+
+namespace picturetest {
+namespace {
+
+namespace gdip = Gdiplus::DllExports;
+
+const uint32_t kColours[4] = {0xFFFF0000, 0xFF00FF00, 0xFF0000FF, 0xFFFFFF00};
+
+// Where a stored pixel shows once the orientation's turn is applied (stored size sw x sh).
+void Displayed(uint16_t orientation, int x, int y, int sw, int sh, int& dx, int& dy) {
+    const int mx = sw - 1 - x, my = sh - 1 - y, tx = sh - 1 - y, ty = sw - 1 - x;
+    const int table[9][2] = {{x, y}, {x, y},  {mx, y},  {mx, my}, {x, my},
+                             {y, x}, {tx, x}, {tx, ty}, {y, ty}};
+    dx = table[orientation][0];
+    dy = table[orientation][1];
+}
+
+std::string Bytes(const std::vector<uint8_t>& bytes) {
+    return std::string(bytes.begin(), bytes.end());
+}
+
+}  // namespace
+
+std::string MakePicture(const wchar_t* mimeType, int width, int height, uint16_t orientation,
+                        bool bigEndianExif) {
+    slib::StartGdiplus();
+    const bool sideways = orientation >= 5;
+    const int sw = sideways ? height : width;
+    const int sh = sideways ? width : height;
+    std::vector<uint32_t> pixels(static_cast<size_t>(sw) * sh);
+    for (int y = 0; y < sh; ++y) {
+        for (int x = 0; x < sw; ++x) {
+            int dx = 0, dy = 0;
+            Displayed(orientation, x, y, sw, sh, dx, dy);
+            pixels[static_cast<size_t>(y) * sw + x] =
+                kColours[(dy * 2 >= height ? 2 : 0) + (dx * 2 >= width ? 1 : 0)];
+        }
+    }
+    slib::UniqueGdipBitmap bitmap;
+    gdip::GdipCreateBitmapFromScan0(sw, sh, sw * 4, PixelFormat32bppARGB,
+                                    reinterpret_cast<BYTE*>(pixels.data()), bitmap.put());
+    std::string bytes = Bytes(slib::EncodePicture(bitmap.get(), mimeType));
+    if (orientation != 0 && std::wstring(mimeType) == L"image/jpeg") {
+        bytes = SpliceAfterStart(bytes, ExifApp1(orientation, bigEndianExif, 2));
+    }
+    return bytes;
+}
+
+std::string Describe(const std::string& bytes) {
+    const auto starts = [&](const char* signature) { return bytes.rfind(signature, 0) == 0; };
+    std::string text = starts("\xFF\xD8\xFF")          ? "jpeg"
+                       : starts("\x89PNG")             ? "png"
+                       : starts("GIF8")                ? "gif"
+                       : starts("BM")                  ? "bmp"
+                       : starts("II*") || starts("MM") ? "tiff"
+                                                       : "?";
+    const slib::UniqueGdipBitmap bitmap =
+        slib::DecodePicture(std::vector<uint8_t>(bytes.begin(), bytes.end()));
+    UINT width = 0, height = 0;
+    if (!bitmap || gdip::GdipGetImageWidth(bitmap.get(), &width) != Gdiplus::Ok ||
+        gdip::GdipGetImageHeight(bitmap.get(), &height) != Gdiplus::Ok) {
+        return "no picture";
+    }
+    text += " " + std::to_string(width) + "x" + std::to_string(height) + " ";
+    for (int quadrant = 0; quadrant < 4; ++quadrant) {
+        Gdiplus::ARGB pixel = 0;
+        gdip::GdipBitmapGetPixel(bitmap.get(), width * (1 + quadrant % 2 * 2) / 4,
+                                 height * (1 + quadrant / 2 * 2) / 4, &pixel);
+        char nearest = '?';
+        for (int i = 0; i < 4; ++i) {
+            int distance = 0;
+            for (int shift = 0; shift <= 16; shift += 8) {
+                const int d = int((pixel >> shift) & 0xFF) - int((kColours[i] >> shift) & 0xFF);
+                distance += d * d;
+            }
+            nearest = distance < 3 * 80 * 80 ? "RGBY"[i] : nearest;
+        }
+        text += nearest;
+    }
+    return text;
+}
+
+std::u16string Base64(const std::string& bytes) {
+    static const char kDigits[] =
+        "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
+    std::u16string text;
+    for (size_t i = 0; i < bytes.size(); i += 3) {
+        uint32_t group = 0;
+        for (size_t k = 0; k < 3; ++k) {
+            group = group << 8 | (i + k < bytes.size() ? uint8_t(bytes[i + k]) : 0);
+        }
+        for (size_t digit = 0; digit < 4; ++digit) {
+            text += digit <= bytes.size() - i ? kDigits[(group >> (18 - 6 * digit)) & 63] : '=';
+        }
+    }
+    return text;
+}
+
+}  // namespace picturetest
