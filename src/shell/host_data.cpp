@@ -34,8 +34,16 @@ FmxErrcode DataSetAsText(FmxData& data, const FmxText& text, const FmxLocale& lo
     return HostCall(FM_Data_SetAsText, &data, text, locale, nativeType);
 }
 
+void DataSetBinaryData(FmxData& data, const FmxBinaryData& binary) {
+    HostCall(FM_Data_SetBinaryData, &data, binary, true);
+}
+
 void DataSetAsNumber(FmxData& data, const FmxFixPt& number, int32_t nativeType) {
     HostCall(FM_Data_SetAsNumber, &data, number, nativeType);
+}
+
+uint16_t DataGetPostscriptFontID(const FmxData& data, const FmxText& name, const FmxExprEnv& env) {
+    return HostCall(FM_Data_GetPostscriptFontID, &data, name, env);
 }
 
 void DataSetAsTimeStamp(FmxData& data, const FmxDateTime& timestamp, int32_t nativeType) {

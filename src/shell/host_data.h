@@ -16,9 +16,12 @@ const FmxBinaryData& DataGetBinaryData(const FmxData& data);
 const FmxLocale& DataGetLocale(const FmxData& data);
 FmxErrcode DataSetAsText(FmxData& data, const FmxText& text, const FmxLocale& locale,
                          int32_t nativeType);
+void DataSetBinaryData(FmxData& data, const FmxBinaryData& binary);
 void DataSetAsNumber(FmxData& data, const FmxFixPt& number, int32_t nativeType);
 void DataSetAsTimeStamp(FmxData& data, const FmxDateTime& timestamp, int32_t nativeType);
 // The PostScript name of a font id of the environment's database; false for an unknown id.
+// The font id of a PostScript font name in the environment's database.
+uint16_t DataGetPostscriptFontID(const FmxData& data, const FmxText& name, const FmxExprEnv& env);
 bool DataGetPostscriptFontInfo(const FmxData& data, uint16_t font, FmxText& name,
                                const FmxExprEnv& env);
 

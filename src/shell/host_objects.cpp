@@ -48,6 +48,14 @@ CharacterStylePtr NewCharacterStyle() {
     return Construct<CharacterStylePtr>(FM_CharacterStyle_Constructor1);
 }
 
+ColorPtr NewColor(uint8_t red, uint8_t green, uint8_t blue) {
+    return Construct<ColorPtr>(FM_Color_Constructor2, red, green, blue, uint8_t{255});
+}
+
+BinaryDataPtr NewBinaryData() {
+    return Construct<BinaryDataPtr>(FM_BinaryData_Constructor1);
+}
+
 DateTimePtr NewDateTime() {
     return Construct<DateTimePtr>(FM_DateTime_Constructor1);
 }

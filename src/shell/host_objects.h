@@ -25,6 +25,9 @@ using QuadCharPtr = std::unique_ptr<FmxQuadChar, HostDeleter<FmxQuadChar, FM_Qua
 using FixPtPtr = std::unique_ptr<FmxFixPt, HostDeleter<FmxFixPt, FM_FixPt_Delete>>;
 using DateTimePtr = std::unique_ptr<FmxDateTime, HostDeleter<FmxDateTime, FM_DateTime_Delete>>;
 using LocalePtr = std::unique_ptr<FmxLocale, HostDeleter<FmxLocale, FM_Locale_Delete>>;
+using BinaryDataPtr =
+    std::unique_ptr<FmxBinaryData, HostDeleter<FmxBinaryData, FM_BinaryData_Delete>>;
+using ColorPtr = std::unique_ptr<FmxColor, HostDeleter<FmxColor, FM_Color_Delete>>;
 using CharacterStylePtr =
     std::unique_ptr<FmxCharacterStyle, HostDeleter<FmxCharacterStyle, FM_CharacterStyle_Delete>>;
 
@@ -36,5 +39,7 @@ QuadCharPtr NewQuadChar(char c0, char c1, char c2, char c3);
 FixPtPtr NewFixPt(int32_t value, int32_t precision);
 CharacterStylePtr NewCharacterStyle();
 DateTimePtr NewDateTime();
+BinaryDataPtr NewBinaryData();
+ColorPtr NewColor(uint8_t red, uint8_t green, uint8_t blue);
 
 }  // namespace fmlib

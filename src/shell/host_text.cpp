@@ -30,6 +30,15 @@ void TextAssign(FmxText& text, const char* bytes, int32_t encoding) {
     HostCall(FM_Text_Assign, &text, bytes, encoding);
 }
 
+void TextAssignWithLength(FmxText& text, const char* bytes, uint32_t length, int32_t encoding) {
+    HostCall(FM_Text_AssignWithLength, &text, bytes, length, encoding);
+}
+
+void TextGetBytes(const FmxText& text, char* buffer, uint32_t bufferSize, uint32_t position,
+                  uint32_t size, int32_t encoding) {
+    HostCall(FM_Text_GetBytes, &text, buffer, bufferSize, position, size, encoding);
+}
+
 void TextSetText(FmxText& text, const FmxText& source, uint32_t position, uint32_t size) {
     HostCall(FM_Text_SetText, &text, source, position, size);
 }
@@ -60,6 +69,10 @@ bool TextEquals(const FmxText& a, const FmxText& b) {
 
 void TextGetStyle(const FmxText& text, FmxCharacterStyle& style, uint32_t position) {
     HostCall(FM_Text_GetStyle, &text, style, position);
+}
+
+void TextSetStyle(FmxText& text, const FmxCharacterStyle& style, uint32_t position, uint32_t size) {
+    HostCall(FM_Text_SetStyle, &text, style, position, size);
 }
 
 std::u16string TextUnits(const FmxText& text) {

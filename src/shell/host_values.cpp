@@ -68,6 +68,20 @@ FmxErrcode BinaryDataGetSIZEData(const FmxBinaryData& data, int16_t& width, int1
     return HostCall(FM_BinaryData_GetSIZEData, &data, width, height);
 }
 
+FmxErrcode BinaryDataAdd(FmxBinaryData& data, const FmxQuadChar& type, uint32_t amount,
+                         const void* bytes) {
+    // The host declares the buffer writable but only reads it.
+    return HostCall(FM_BinaryData_Add, &data, type, amount, const_cast<void*>(bytes));
+}
+
+FmxErrcode BinaryDataAddFNAMData(FmxBinaryData& data, const FmxText& fileName) {
+    return HostCall(FM_BinaryData_AddFNAMData, &data, fileName);
+}
+
+FmxErrcode BinaryDataAddSIZEData(FmxBinaryData& data, int16_t width, int16_t height) {
+    return HostCall(FM_BinaryData_AddSIZEData, &data, width, height);
+}
+
 uint8_t QuadCharAt(const FmxQuadChar& code, int32_t index) {
     return HostCall(FM_QuadChar_operatorCAR, &code, index);
 }
@@ -98,6 +112,26 @@ uint16_t CharacterStyleGetSize(const FmxCharacterStyle& style) {
 }
 const FmxColor& CharacterStyleGetColor(const FmxCharacterStyle& style) {
     return Borrowed(HostCall(FM_CharacterStyle_GetColor, &style));
+}
+
+bool CharacterStyleEquals(const FmxCharacterStyle& a, const FmxCharacterStyle& b) {
+    return HostCall(FM_CharacterStyle_operatorEQ, &a, b);
+}
+
+void CharacterStyleSetFont(FmxCharacterStyle& style, uint16_t font) {
+    HostCall(FM_CharacterStyle_SetFont, &style, font);
+}
+
+void CharacterStyleSetFace(FmxCharacterStyle& style, uint16_t face) {
+    HostCall(FM_CharacterStyle_SetFace, &style, face);
+}
+
+void CharacterStyleSetSize(FmxCharacterStyle& style, uint16_t size) {
+    HostCall(FM_CharacterStyle_SetSize, &style, size);
+}
+
+void CharacterStyleSetColor(FmxCharacterStyle& style, const FmxColor& color) {
+    HostCall(FM_CharacterStyle_SetColor, &style, color);
 }
 
 uint8_t ColorGetRed(const FmxColor& color) {

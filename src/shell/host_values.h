@@ -30,6 +30,11 @@ FmxErrcode BinaryDataGetData(const FmxBinaryData& data, int32_t index, uint32_t 
 FmxErrcode BinaryDataGetFNAMData(const FmxBinaryData& data, FmxText& fileName);
 FmxErrcode BinaryDataGetSIZEData(const FmxBinaryData& data, int16_t& width, int16_t& height);
 
+FmxErrcode BinaryDataAdd(FmxBinaryData& data, const FmxQuadChar& type, uint32_t amount,
+                         const void* bytes);
+FmxErrcode BinaryDataAddFNAMData(FmxBinaryData& data, const FmxText& fileName);
+FmxErrcode BinaryDataAddSIZEData(FmxBinaryData& data, int16_t width, int16_t height);
+
 uint8_t QuadCharAt(const FmxQuadChar& code, int32_t index);
 
 bool CharacterStyleIsAllDisabled(const FmxCharacterStyle& style);
@@ -41,6 +46,11 @@ uint16_t CharacterStyleGetFont(const FmxCharacterStyle& style);
 uint16_t CharacterStyleGetFace(const FmxCharacterStyle& style);
 uint16_t CharacterStyleGetSize(const FmxCharacterStyle& style);
 const FmxColor& CharacterStyleGetColor(const FmxCharacterStyle& style);
+bool CharacterStyleEquals(const FmxCharacterStyle& a, const FmxCharacterStyle& b);
+void CharacterStyleSetFont(FmxCharacterStyle& style, uint16_t font);
+void CharacterStyleSetFace(FmxCharacterStyle& style, uint16_t face);
+void CharacterStyleSetSize(FmxCharacterStyle& style, uint16_t size);
+void CharacterStyleSetColor(FmxCharacterStyle& style, const FmxColor& color);
 
 uint8_t ColorGetRed(const FmxColor& color);
 uint8_t ColorGetGreen(const FmxColor& color);

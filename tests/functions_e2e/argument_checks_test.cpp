@@ -12,7 +12,6 @@ using vftest::Evaluate;
 
 constexpr const char* kFewer = "Not enough parameters";
 constexpr const char* kPath = "Path parameter must be text";
-constexpr const char* kLater = "Not implemented in this build";
 
 class ArgumentChecks : public ::testing::Test {
   protected:
@@ -65,11 +64,6 @@ TEST_F(ArgumentChecks, PathArgumentsMustBeTextAndAreCheckedInOrder) {
            u"VFile_Set( \"owner\" ; 3 ; \"x\" )"},
           -50, kPath);
     Check({u"VFile_Open( \"a\" ; \"b\" ; \"c\" )"}, -50, "Too many parameters");
-}
-
-TEST_F(ArgumentChecks, OperationsNotInThisBuildSaySo) {
-    Check({u"VFile_Read( \"a\" )", u"VFile_Write( \"a\" ; 5 )", u"VFile_Get( \"type\" ; 5 )"},
-          -4, kLater);
 }
 
 }  // namespace

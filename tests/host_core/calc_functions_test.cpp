@@ -174,6 +174,13 @@ TEST_F(CalcFunctionsTest, Base64AndContainers) {
     EXPECT_EQ(gif.GetPictureSize(width, height), container_error::kOk);
     EXPECT_EQ(width, 3);
     EXPECT_EQ(height, 2);
+
+    // A reference: the path list and nothing else.
+    const Value link = ValueOf(u"ContainerReference ( \"filewin:/C:/a.pdf\" )");
+    ASSERT_EQ(link.Type(), NativeType::kContainer);
+    EXPECT_EQ(link.AsContainer().Count(), 1);
+    EXPECT_EQ(link.AsText().Chars(), u"filewin:/C:/a.pdf");
+    EXPECT_TRUE(ValueOf(u"ContainerReference ( \"\" )").AsContainer().Empty());
 }
 
 TEST_F(CalcFunctionsTest, StyledTextKeepsItsStyles) {

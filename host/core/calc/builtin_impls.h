@@ -27,6 +27,7 @@ FMHOST_BUILTIN(Char);
 FMHOST_BUILTIN(Code);
 FMHOST_BUILTIN(Base64Encode);
 FMHOST_BUILTIN(Base64Decode);
+FMHOST_BUILTIN(ContainerReference);
 
 // builtins_convert.cpp
 FMHOST_BUILTIN(IsEmpty);

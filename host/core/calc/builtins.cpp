@@ -41,6 +41,7 @@ const Builtin kBuiltins[] = {
     {u"GetValue", 2, 2, GetValue},
     {u"Base64Encode", 1, 1, Base64Encode},
     {u"Base64Decode", 1, 2, Base64Decode},
+    {u"ContainerReference", 1, 1, ContainerReference},
     {u"RGB", 3, 3, Rgb},
     {u"TextColor", 2, 2, TextColor},
     {u"TextFont", 2, 3, TextFont},

@@ -168,4 +168,16 @@ ErrorCode Base64Decode(EvalContext&, const std::vector<Value>& args, Value& resu
     return kNoError;
 }
 
+// A container stored as a reference only: no data stream, just the file-path list in FNAM (one
+// "file:", "filewin:", "image:" ... path a line), as the host keeps a file it does not embed.
+ErrorCode ContainerReference(EvalContext&, const std::vector<Value>& args, Value& result) {
+    Container container;
+    const Text pathList = args[0].AsText();
+    if (!pathList.Empty()) {
+        container.AddFileName(pathList);
+    }
+    result = Value(std::move(container));
+    return kNoError;
+}
+
 }  // namespace fmhost::calc

@@ -13,6 +13,7 @@
 #include <string>
 #include <vector>
 
+#include "foundation/data.h"
 #include "foundation/object.h"
 #include "foundation/utf16_string.h"
 
@@ -50,6 +51,26 @@ struct AttributeId {
     static constexpr uint32_t kGroupRights = 9;      // Number 0 to 7; settable (adds only)
     static constexpr uint32_t kEveryoneRights = 10;  // Number 0 to 7; settable (adds only)
 };
+
+// Where a read or write starts. fromEnd: 0 counts `offset` from the start, 1 from the end (for a
+// read the offset is first reduced by one, so (1, 0) is the last byte; for a write (1, 0) is the
+// append position), 2 from the freshly opened file's position (the start); anything else acts
+// as 0. A position before the start is the start; one past the end reads nothing.
+struct FilePosition {
+    uint32_t fromEnd = 0;
+    int64_t offset = 0;
+
+    // A host index: 0 or more counts from the start, a negative one from the end (-1 the last
+    // byte to read, the append position to write).
+    static FilePosition FromIndex(int64_t index) {
+        return index >= 0 ? FilePosition{0, index} : FilePosition{1, index + 1};
+    }
+};
+
+// A read length meaning "everything from the position on".
+constexpr uint64_t kReadToEnd = UINT64_MAX;
+// The most one read may return: one host value holds less than 4 GiB.
+constexpr uint64_t kLargestRead = 0xFFFFFFFFu;
 
 class FileManager : public Object {
   public:
@@ -171,6 +192,30 @@ class FileManager : public Object {
         int32_t kindPosition, bool several, const std::shared_ptr<const String>& folder,
         const std::shared_ptr<const String>& title,
         const std::vector<std::shared_ptr<const String>>& extensions) const;
+
+    // --- contents (sizes are 64-bit; data moves in chunks of a few MiB) ---
+    // Up to `length` bytes from `position` (kReadToEnd: to the end). A missing or empty file
+    // gives empty data. Opening: -43 "Cannot read file" when it vanished, else -54 "Insufficent
+    // file permissions"; a result over kLargestRead bytes: -50 before anything is read; a failed
+    // pointer move or read: "Cannot read file" with the system's error.
+    std::shared_ptr<const Data> readFile(const String& path, FilePosition position,
+                                         uint64_t length) const;
+    std::shared_ptr<const Data> readWholeFile(const String& path) const;
+    // Writes all bytes at `position` (the file is created if missing, never truncated).
+    // "Cannot open file for writing" or, for a failed or short write, "Cannot write to file",
+    // both with the system's error. Returns the number of bytes written.
+    uint64_t writeFile(const String& path, const Data& data, FilePosition position) const;
+    // Empties (or creates) the file, then writes the data from its start.
+    uint64_t replaceFile(const String& path, const Data& data) const;
+    // Creates the file and writes the data; "Cannot open file for writing" when an item of that
+    // name exists. False when the system did not report the whole write as done.
+    bool writeNewFile(const Data& data, const String& path) const;
+    // Bare names of a folder's entries, in the system's order, without "." and "..";
+    // "Cannot read folder contents" when the folder cannot be searched.
+    std::vector<std::shared_ptr<const String>> listFolder(const String& path) const;
+    // A MIME type from the file's first bytes and its name (SniffMimeType); missing or
+    // unreadable files are read as empty.
+    std::string getMimeType(const String& path) const;
 };
 
 // `path` with "\\?\" in front, exactly as given otherwise (no UNC form, no normalisation).

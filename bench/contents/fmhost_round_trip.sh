@@ -1,0 +1,43 @@
+#!/usr/bin/env bash
+# VFile_Read and VFile_Write of a 100 MB file as "base64" and "hex-dump" through ./fmhost, beside
+# the host's own Base64Encode/Base64Decode of the same file, each a separate fmhost run timed
+# from outside less an empty run (start-up). Also the peak memory of each run (GNU time, the
+# Wine process). Needs the Windows build: ./scripts/build.sh first.
+set -euo pipefail
+root=$(cd "$(dirname "$0")/../.." && pwd)
+work=$(mktemp -d)
+trap 'rm -rf "$work"' EXIT
+head -c $((${VF_BENCH_MB:-100} * 1024 * 1024)) /dev/urandom > "$work/data.bin"
+mb=$(echo "${VF_BENCH_MB:-100} * 1.048576" | bc -l)
+
+# Seconds and peak kilobytes of one fmhost run of the calculation.
+run() {
+    local start end
+    start=$(date +%s.%N)
+    /usr/bin/time -f '%M' -o "$work/rss" "$root/fmhost" --file "$work/Bench.fmp12" -e "$1" \
+        > "$work/out" 2>&1
+    end=$(date +%s.%N)
+    echo "$(echo "$end - $start" | bc) $(cat "$work/rss")"
+}
+
+read -r base _ < <(run '1')
+report() {
+    local what=$1 calc=$2 seconds kb
+    read -r seconds kb < <(run "$calc")
+    printf '%-44s %7.0f MB/s  peak %5d MB\n' "$what" \
+        "$(echo "$mb / ($seconds - $base)" | bc -l)" $((kb / 1024))
+    if [ "$(head -c 2 "$work/out")" != "0" ]; then cat "$work/out"; fi
+}
+
+echo "100 MB through ./fmhost (start-up of $base s subtracted)"
+report 'VFile_Read base64 + VFile_Write base64' \
+    'VFile_Write( "b64.bin" ; VFile_Read( "data.bin" ; "base64" ) ; "base64" )'
+report 'VFile_Read hex-dump + VFile_Write hex-dump' \
+    'VFile_Write( "hex.bin" ; VFile_Read( "data.bin" ; "hex-dump" ) ; "hex-dump" )'
+report 'reference: VFile_Read file + VFile_Write file' \
+    'VFile_Write( "file.bin" ; VFile_Read( "data.bin" ; "file" ) )'
+report 'reference: host Base64Encode + Base64Decode' \
+    'VFile_Write( "host.bin" ; Base64Decode( Base64Encode( VFile_Read( "data.bin" ; "file" ) ) ; "x.bin" ) )'
+for copy in b64 hex file host; do
+    cmp -s "$work/data.bin" "$work/$copy.bin" || echo "$copy.bin differs from the original"
+done

@@ -1,0 +1,63 @@
+// The decoders and sniffers that VFile_Read and VFile_Write run on untrusted input: hex-dump and
+// Base64 text (as UTF-16 units), file heads for pictures, MIME types and UTF-8, and RTF made
+// plain ASCII. A decode either throws slib::Exception or returns bytes that encode back to an
+// equivalent text.
+// fuzz-sources: src/foundation/*.cpp
+#include <cstdint>
+#include <cstdlib>
+#include <cstring>
+#include <string>
+
+#include "foundation/base64.h"
+#include "foundation/exception.h"
+#include "foundation/hex_dump.h"
+#include "foundation/mime_sniffing.h"
+#include "foundation/picture_sniffing.h"
+#include "foundation/rtf_escape.h"
+#include "foundation/text_detection.h"
+
+namespace {
+
+std::u16string Units(const uint8_t* data, size_t size) {
+    std::u16string units(size / 2, u'\0');
+    std::memcpy(&units[0], data, units.size() * 2);
+    return units;
+}
+
+void CheckRoundTrip(const std::vector<uint8_t>& bytes, bool base64) {
+    const std::string text = base64 ? slib::EncodeBase64(bytes.data(), bytes.size())
+                                    : slib::EncodeHexDump(bytes.data(), bytes.size());
+    const std::u16string wide(text.begin(), text.end());
+    if ((base64 ? slib::DecodeBase64(wide) : slib::DecodeHexDump(wide)) != bytes) {
+        std::abort();
+    }
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
+    const std::u16string units = Units(data, size);
+    // Mostly-ASCII input reaches deeper into the decoders than raw UTF-16 pairs would.
+    const std::u16string ascii(data, data + size);
+    for (const std::u16string* text : {&units, &ascii}) {
+        for (const bool base64 : {false, true}) {
+            try {
+                const std::vector<uint8_t> bytes =
+                    base64 ? slib::DecodeBase64(*text) : slib::DecodeHexDump(*text);
+                CheckRoundTrip(bytes, base64);
+            } catch (const slib::Exception&) {
+            }
+        }
+    }
+    slib::SniffPicture(data, size);
+    slib::SniffMimeType(data, size, u"fuzz.bin");
+    slib::IsValidUtf8(data, size, size % 2 == 0);
+    const std::string rtf(reinterpret_cast<const char*>(data), size);
+    const std::string escaped = slib::StandardRtfOpening(slib::EscapeRtfNonAscii(rtf));
+    for (const char c : escaped) {
+        if (static_cast<unsigned char>(c) >= 0x80) {
+            std::abort();  // the escaped form must be plain ASCII
+        }
+    }
+    return 0;
+}

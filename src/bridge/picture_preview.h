@@ -1,0 +1,14 @@
+// A PNG rendering of a picture the host cannot show by itself (TIFF), through GDI+.
+#pragma once
+
+#include <cstdint>
+#include <vector>
+
+#include "foundation/data.h"
+
+namespace bridge {
+
+// Empty when the system cannot decode the picture: the caller then stores it without one.
+std::vector<uint8_t> PngPreview(const slib::Data& picture);
+
+}  // namespace bridge

@@ -1,0 +1,100 @@
+#include "bridge/text_conversion.h"
+
+#include <windows.h>
+
+#include <algorithm>
+#include <cstring>
+#include <new>
+#include <string>
+
+#include "bridge/encoding_keywords.h"
+#include "foundation/text_detection.h"
+#include "foundation/windows/unique_handles.h"
+#include "shell/host_text.h"
+
+namespace bridge {
+
+namespace {
+
+fmlib::TextPtr FromUtf16(const uint8_t* bytes, size_t size, bool bigEndian) {
+    std::u16string units(size / 2, u'\0');
+    for (size_t index = 0; index < units.size(); ++index) {
+        const uint8_t first = bytes[2 * index];
+        const uint8_t second = bytes[2 * index + 1];
+        units[index] = static_cast<char16_t>(bigEndian ? first << 8 | second : second << 8 | first);
+    }
+    return fmlib::MakeText(units);
+}
+
+}  // namespace
+
+fmlib::TextPtr DecodeText(const uint8_t* bytes, size_t size, int32_t encoding) {
+    if (encoding == encoding::kUtf16) {
+        return FromUtf16(bytes, size, false);
+    }
+    fmlib::TextPtr text = fmlib::NewText();
+    if (size > 0) {
+        fmlib::TextAssignWithLength(*text, reinterpret_cast<const char*>(bytes),
+                                    static_cast<uint32_t>(size), encoding);
+    }
+    return text;
+}
+
+fmlib::TextPtr DecodeAutomaticText(const uint8_t* bytes, size_t size) {
+    const slib::ByteOrderMark mark = slib::DetectByteOrderMark(bytes, size);
+    const size_t skip = slib::ByteOrderMarkLength(mark);
+    switch (mark) {
+        case slib::ByteOrderMark::kUtf8:
+            return DecodeText(bytes + skip, size - skip, encoding::kUtf8);
+        case slib::ByteOrderMark::kUtf16LittleEndian:
+            return FromUtf16(bytes + skip, size - skip, false);
+        case slib::ByteOrderMark::kUtf16BigEndian:
+            return FromUtf16(bytes + skip, size - skip, true);
+        case slib::ByteOrderMark::kNone:
+            break;
+    }
+    const bool utf8 = slib::IsValidUtf8(bytes, size);
+    return DecodeText(bytes, size, utf8 ? encoding::kUtf8 : 0);
+}
+
+// The host's conversion does not say how many bytes it wrote, and the text may hold zero
+// characters. So a sentinel "x" goes after the text and the buffer starts zeroed: the last
+// non-zero byte is the converted sentinel, and the text's bytes end just before it.
+std::vector<uint8_t> EncodeText(const FmxText& text, int32_t encoding) {
+    fmlib::TextPtr marked = fmlib::CopyText(text);
+    const fmlib::TextPtr sentinel = fmlib::MakeText(u"x");
+    fmlib::TextAppendText(*marked, *sentinel, 0, 1);
+    // A UTF-16 unit takes at most three bytes in UTF-8 (a pair of units four) and at most two in
+    // the host's other encodings; the zero bytes beyond the end are walked over, so a tight
+    // bound keeps that walk short.
+    const uint64_t perUnit = encoding == encoding::kUtf8 ? 3 : 2;
+    const uint64_t wanted = uint64_t{fmlib::TextSize(*marked)} * perUnit + 1;
+    const uint32_t capacity = static_cast<uint32_t>(std::min<uint64_t>(wanted, 0xFFFFFFFFu));
+    // Fresh pages are zero already and cost memory only where the host writes.
+    const slib::UniqueVirtualMemory buffer(
+        VirtualAlloc(nullptr, capacity, MEM_RESERVE | MEM_COMMIT, PAGE_READWRITE));
+    if (!buffer.valid()) {
+        throw std::bad_alloc();
+    }
+    char* bytes = static_cast<char*>(buffer.get());
+    fmlib::TextGetBytes(*marked, bytes, capacity, 0, 0xFFFFFFFFu, encoding);
+    size_t end = capacity;
+    while (end > 0 && bytes[end - 1] == 0) {
+        --end;
+    }
+    const size_t length = end > 0 ? end - 1 : 0;
+    return std::vector<uint8_t>(bytes, bytes + length);
+}
+
+std::vector<uint8_t> Utf16Bytes(const FmxText& text) {
+    const uint32_t size = fmlib::TextSize(text);
+    std::vector<uint8_t> bytes(size_t{size} * 2);
+    if (size > 0) {
+        std::u16string units(size, u'\0');
+        fmlib::TextGetUnicode(text, &units[0], 0, size);
+        std::memcpy(bytes.data(), units.data(), bytes.size());
+    }
+    return bytes;
+}
+
+}  // namespace bridge

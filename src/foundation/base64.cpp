@@ -1,0 +1,131 @@
+#include "foundation/base64.h"
+
+#include <array>
+
+#include "foundation/error_codes.h"
+#include "foundation/exception.h"
+
+namespace slib {
+
+namespace {
+
+constexpr char kAlphabet[] = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
+constexpr int8_t kSkip = -2;
+constexpr int8_t kInvalid = -1;
+
+const std::array<int8_t, 128>& SextetTable() {
+    static const std::array<int8_t, 128> table = [] {
+        std::array<int8_t, 128> values{};
+        values.fill(kInvalid);
+        for (int8_t index = 0; index < 64; ++index) {
+            values[static_cast<size_t>(kAlphabet[index])] = index;
+        }
+        for (const char blank : {' ', '\t', '\r', '\n'}) {
+            values[static_cast<size_t>(blank)] = kSkip;
+        }
+        return values;
+    }();
+    return table;
+}
+
+[[noreturn]] void ThrowNotBase64() {
+    Throw(kBadParameter, "Base64 text holds a character outside the Base64 alphabet");
+}
+
+}  // namespace
+
+std::string EncodeBase64(const uint8_t* bytes, size_t size) {
+    std::string text((size + 2) / 3 * 4, '=');
+    char* out = &text[0];
+    size_t index = 0;
+    for (; index + 3 <= size; index += 3) {
+        const uint32_t group =
+            uint32_t{bytes[index]} << 16 | uint32_t{bytes[index + 1]} << 8 | bytes[index + 2];
+        out[0] = kAlphabet[group >> 18];
+        out[1] = kAlphabet[group >> 12 & 63];
+        out[2] = kAlphabet[group >> 6 & 63];
+        out[3] = kAlphabet[group & 63];
+        out += 4;
+    }
+    if (index < size) {
+        const bool two = index + 1 < size;
+        const uint32_t group = uint32_t{bytes[index]} << 16 | (two ? bytes[index + 1] << 8 : 0);
+        out[0] = kAlphabet[group >> 18];
+        out[1] = kAlphabet[group >> 12 & 63];
+        if (two) {
+            out[2] = kAlphabet[group >> 6 & 63];
+        }
+    }
+    return text;
+}
+
+std::vector<uint8_t> DecodeBase64(std::u16string_view text) {
+    const std::array<int8_t, 128>& table = SextetTable();
+    auto sextet = [&table](char16_t unit) { return unit < 128 ? table[unit] : kInvalid; };
+    std::vector<uint8_t> bytes(text.size() / 4 * 3 + 3);
+    uint8_t* out = bytes.data();
+    uint32_t group = 0;
+    int sextets = 0;
+    size_t position = 0;
+    const size_t size = text.size();
+    while (position < size) {
+        // Whole groups of four alphabet characters, the common case, in one step.
+        if (sextets == 0 && position + 4 <= size) {
+            const int8_t a = sextet(text[position]);
+            const int8_t b = sextet(text[position + 1]);
+            const int8_t c = sextet(text[position + 2]);
+            const int8_t d = sextet(text[position + 3]);
+            if ((a | b | c | d) >= 0) {
+                const uint32_t whole = static_cast<uint32_t>(a) << 18 |
+                                       static_cast<uint32_t>(b) << 12 |
+                                       static_cast<uint32_t>(c) << 6 | static_cast<uint32_t>(d);
+                out[0] = static_cast<uint8_t>(whole >> 16);
+                out[1] = static_cast<uint8_t>(whole >> 8);
+                out[2] = static_cast<uint8_t>(whole);
+                out += 3;
+                position += 4;
+                continue;
+            }
+        }
+        const char16_t unit = text[position];
+        if (unit == u'=') {
+            break;
+        }
+        const int8_t value = sextet(unit);
+        ++position;
+        if (value == kSkip) {
+            continue;
+        }
+        if (value == kInvalid) {
+            ThrowNotBase64();
+        }
+        group = group << 6 | static_cast<uint32_t>(value);
+        if (++sextets == 4) {
+            out[0] = static_cast<uint8_t>(group >> 16);
+            out[1] = static_cast<uint8_t>(group >> 8);
+            out[2] = static_cast<uint8_t>(group);
+            out += 3;
+            group = 0;
+            sextets = 0;
+        }
+    }
+    // Only padding and blanks may follow the first "=".
+    for (; position < size; ++position) {
+        if (text[position] != u'=' && sextet(text[position]) != kSkip) {
+            ThrowNotBase64();
+        }
+    }
+    if (sextets == 1) {
+        Throw(kBadParameter, "Base64 text ends in the middle of a byte");
+    }
+    if (sextets == 2) {
+        *out++ = static_cast<uint8_t>(group >> 4);
+    } else if (sextets == 3) {
+        *out++ = static_cast<uint8_t>(group >> 10);
+        *out++ = static_cast<uint8_t>(group >> 2);
+    }
+    bytes.resize(static_cast<size_t>(out - bytes.data()));
+    return bytes;
+}
+
+}  // namespace slib

@@ -1,0 +1,164 @@
+// Reading and writing file contents at a position, in chunks, with every system call checked.
+
+#include <windows.h>
+
+#include <algorithm>
+#include <vector>
+
+#include "foundation/error_codes.h"
+#include "foundation/exception.h"
+#include "foundation/mime_sniffing.h"
+#include "foundation/windows/file_manager.h"
+#include "foundation/windows/file_manager_handles.h"
+
+namespace slib {
+
+using file_manager_detail::Wide;
+
+namespace {
+
+// Large enough that the per-call cost vanishes, small enough for any system's I/O limits.
+constexpr DWORD kChunk = 4u << 20;
+
+// The absolute offset a position names in a file of `size` bytes, before the start clamped to
+// the start. `forReading` applies the read rule that (1, 0) is the last byte.
+int64_t AbsoluteOffset(FilePosition position, uint64_t size, bool forReading) {
+    int64_t offset = position.offset;
+    if (position.fromEnd == 1) {
+        offset += static_cast<int64_t>(size) - (forReading ? 1 : 0);
+    }
+    return std::max<int64_t>(offset, 0);
+}
+
+void MoveTo(HANDLE file, int64_t offset, const char* message) {
+    LARGE_INTEGER distance;
+    distance.QuadPart = offset;
+    if (!SetFilePointerEx(file, distance, nullptr, FILE_BEGIN)) {
+        ThrowLastError(message, GetLastError());
+    }
+}
+
+uint64_t SizeOf(const String& path) {
+    WIN32_FILE_ATTRIBUTE_DATA attributes{};
+    if (!GetFileAttributesExW(Wide(WithLongPathPrefix(path.units())), GetFileExInfoStandard,
+                              &attributes) ||
+        (attributes.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0) {
+        return 0;
+    }
+    return uint64_t{attributes.nFileSizeHigh} << 32 | attributes.nFileSizeLow;
+}
+
+UniqueFileHandle OpenForReading(const String& path) {
+    UniqueFileHandle file(CreateFileW(Wide(WithLongPathPrefix(path.units())), GENERIC_READ,
+                                      FILE_SHARE_READ, nullptr, OPEN_EXISTING,
+                                      FILE_ATTRIBUTE_NORMAL, nullptr));
+    if (!file.valid()) {
+        const DWORD error = GetLastError();
+        if (error == ERROR_FILE_NOT_FOUND || error == ERROR_PATH_NOT_FOUND) {
+            Throw(kItemNotFound, "Cannot read file");
+        }
+        Throw(kPermissionDenied, "Insufficent file permissions");
+    }
+    return file;
+}
+
+UniqueFileHandle OpenForWriting(const String& path, DWORD disposition) {
+    UniqueFileHandle file(CreateFileW(Wide(WithLongPathPrefix(path.units())), GENERIC_WRITE,
+                                      FILE_SHARE_WRITE, nullptr, disposition, FILE_ATTRIBUTE_NORMAL,
+                                      nullptr));
+    if (!file.valid()) {
+        ThrowLastError("Cannot open file for writing", GetLastError());
+    }
+    return file;
+}
+
+// All bytes or an exception: a short write without a system error counts as a full disk.
+void WriteAll(HANDLE file, const Data& data) {
+    const uint8_t* bytes = data.bytes().data();
+    uint64_t left = data.size();
+    while (left > 0) {
+        const DWORD chunk = static_cast<DWORD>(std::min<uint64_t>(left, kChunk));
+        DWORD written = 0;
+        if (!WriteFile(file, bytes, chunk, &written, nullptr)) {
+            ThrowLastError("Cannot write to file", GetLastError());
+        }
+        if (written != chunk) {
+            ThrowLastError("Cannot write to file", ERROR_DISK_FULL);
+        }
+        bytes += written;
+        left -= written;
+    }
+}
+
+}  // namespace
+
+std::shared_ptr<const Data> FileManager::readFile(const String& path, FilePosition position,
+                                                  uint64_t length) const {
+    const uint64_t size = SizeOf(path);
+    if (size == 0) {
+        return std::make_shared<Data>();
+    }
+    const uint64_t start = static_cast<uint64_t>(AbsoluteOffset(position, size, true));
+    const uint64_t available = start < size ? size - start : 0;
+    const uint64_t wanted = std::min(length, available);
+    if (wanted > kLargestRead) {
+        Throw(kBadParameter, "File is too large to read into one value (4 GiB or more)");
+    }
+    const UniqueFileHandle file = OpenForReading(path);
+    std::vector<uint8_t> bytes(static_cast<size_t>(wanted));
+    if (wanted == 0) {
+        return std::make_shared<Data>(std::move(bytes));
+    }
+    MoveTo(file.get(), static_cast<int64_t>(start), "Cannot read file");
+    size_t done = 0;
+    while (done < bytes.size()) {
+        const DWORD chunk = static_cast<DWORD>(std::min<size_t>(bytes.size() - done, kChunk));
+        DWORD read = 0;
+        if (!ReadFile(file.get(), bytes.data() + done, chunk, &read, nullptr)) {
+            ThrowLastError("Cannot read file", GetLastError());
+        }
+        if (read == 0) {
+            break;  // the file shrank meanwhile: what is there is the result
+        }
+        done += read;
+    }
+    bytes.resize(done);
+    return std::make_shared<Data>(std::move(bytes));
+}
+
+std::shared_ptr<const Data> FileManager::readWholeFile(const String& path) const {
+    return readFile(path, FilePosition{0, 0}, kReadToEnd);
+}
+
+uint64_t FileManager::writeFile(const String& path, const Data& data, FilePosition position) const {
+    const UniqueFileHandle file = OpenForWriting(path, OPEN_ALWAYS);
+    LARGE_INTEGER size{};
+    if (!GetFileSizeEx(file.get(), &size)) {
+        ThrowLastError("Cannot write to file", GetLastError());
+    }
+    MoveTo(file.get(), AbsoluteOffset(position, static_cast<uint64_t>(size.QuadPart), false),
+           "Cannot write to file");
+    WriteAll(file.get(), data);
+    return data.size();
+}
+
+uint64_t FileManager::replaceFile(const String& path, const Data& data) const {
+    createFile(path, true);
+    return writeFile(path, data, FilePosition{0, 0});
+}
+
+bool FileManager::writeNewFile(const Data& data, const String& path) const {
+    const UniqueFileHandle file = OpenForWriting(path, CREATE_NEW);
+    WriteAll(file.get(), data);
+    return true;
+}
+
+std::string FileManager::getMimeType(const String& path) const {
+    const size_t separator = path.units().find_last_of(u'\\');
+    const std::u16string name =
+        separator == std::u16string::npos ? path.units() : path.units().substr(separator + 1);
+    const std::shared_ptr<const Data> head = readFile(path, FilePosition{0, 0}, kMimeSniffLength);
+    return SniffMimeType(head->bytes().data(), head->size(), name);
+}
+
+}  // namespace slib

@@ -1,0 +1,61 @@
+// The "rtf" encoding both ways through the system's rich-edit control.
+#include "contents_fixture.h"
+
+namespace contents_test {
+namespace {
+
+class Rtf : public ContentsTest {};
+
+// Every style we map, and characters from beyond any single code page.
+const char16_t kStyled[] =
+    u"\"Plain \" & TextStyleAdd( \"bold\" ; Bold ) & \" \" & TextStyleAdd( \"it\" ; Italic ) & "
+    u"\" \" & TextColor( TextFont( TextSize( \"\u03A9 big\" ; 20 ) ; \"Times New Roman\" ) ; "
+    u"RGB( 255 ; 0 ; 0 ) ) & \" \U0001D11E \u65E5\u672C \" & TextStyleAdd( \"u\" ; Underline ) & "
+    u"TextStyleAdd( \"w\" ; WordUnderline ) & TextStyleAdd( \"d\" ; DoubleUnderline ) & "
+    u"TextStyleAdd( \"s\" ; Strikethrough )";
+
+bool Holds(const std::string& text, const std::string& part) {
+    return text.find(part) != std::string::npos;
+}
+
+TEST_F(Rtf, StyledTextBecomesPlainAsciiRtfWithItsStyles) {
+    ASSERT_EQ(write(u"styled.rtf", kStyled, u"\"rtf\""), Succeeded());
+    const std::string rtf = bytesOf(u"styled.rtf");
+    EXPECT_EQ(rtf.compare(0, 6, "{\\rtf1"), 0) << rtf;
+    EXPECT_EQ(std::count_if(rtf.begin(), rtf.end(), [](char c) { return c & 0x80; }), 0);
+    for (const char* part :
+         {"Plain ", "\\b bold\\b0", "\\i it\\i0", "\\fs40", "Times New Roman",
+          "\\red255\\green0\\blue0", "\\u937? big", "\\u-10188?\\u-8930?", "\\u26085?\\u26412?",
+          "\\ul u", "\\ulw w", "\\uldb d", "\\strike", "s\\strike0"}) {
+        EXPECT_TRUE(Holds(rtf, part)) << part << " in " << rtf;
+    }
+    // Unstyled text is plain, not the control's own bold default.
+    EXPECT_FALSE(Holds(rtf.substr(0, rtf.find("Plain")), "\\b "));
+}
+
+TEST_F(Rtf, RtfReadsBackAsTheSameStyledText) {
+    ASSERT_EQ(write(u"first.rtf", kStyled, u"\"rtf\""), Succeeded());
+    EXPECT_EQ(read(u"first.rtf", u"\"rtf\""),
+              "Plain bold it \u03A9 big \U0001D11E \u65E5\u672C uwds");
+    // Styles survive the trip: the text read as RTF writes the same RTF again.
+    ASSERT_EQ(write(u"second.rtf", u"VFile_Read( \"first.rtf\" ; \"rtf\" )", u"\"rtf\""),
+              Succeeded());
+    EXPECT_EQ(bytesOf(u"second.rtf"), bytesOf(u"first.rtf"));
+}
+
+TEST_F(Rtf, RtfFromElsewhereIsRead) {
+    writeFile(u"word.rtf",
+              "{\\rtf1\\ansi\\ansicpg1252{\\fonttbl{\\f0 Courier New;}}{\\colortbl;\\red0\\green0"
+              "\\blue255;}\\f0\\fs20 caf\\'e9 \\cf1\\b blue\\b0\\cf0  \\u1055?\\u1088?\\par}");
+    EXPECT_EQ(read(u"word.rtf", u"\"rtf\""), "café blue Пр");
+    ASSERT_EQ(write(u"again.rtf", u"VFile_Read( \"word.rtf\" ; \"rtf\" )", u"\"rtf\""),
+              Succeeded());
+    const std::string again = bytesOf(u"again.rtf");
+    for (const char* part : {"Courier New", "\\fs20", "\\red0\\green0\\blue255",
+                             "\\b\\cf1 blue\\b0", "caf\\u233?", "\\u1055?\\u1088?"}) {
+        EXPECT_TRUE(Holds(again, part)) << part << " in " << again;
+    }
+}
+
+}  // namespace
+}  // namespace contents_test
