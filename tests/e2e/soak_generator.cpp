@@ -7,7 +7,7 @@ namespace vf::soak {
 namespace {
 
 // What an argument position usually holds.
-enum Role : char { kPath = 'P', kKeyword = 'K', kData = 'D', kValue = 'V' };
+enum Role : char { kPath = 'P', kKeyword = 'K', kData = 'D', kValue = 'V', kWriteIndex = 'I' };
 
 struct Function {
     const char* name;
@@ -18,7 +18,7 @@ const std::vector<Function>& Functions() {
     static const std::vector<Function> functions = {
         {"VFile_Version", "K"},        {"VFile_New", "PK"},      {"VFile_Delete", "P"},
         {"VFile_Copy", "PP"},          {"VFile_Move", "PP"},     {"VFile_Read", "PVVK"},
-        {"VFile_Write", "PDVK"},       {"VFile_Get", "KPV"},     {"VFile_Set", "KPV"},
+        {"VFile_Write", "PDIK"},       {"VFile_Get", "KPV"},     {"VFile_Set", "KPV"},
         {"VFile_Convert", "PPKVKVKV"}, {"VFile_Compress", "PP"}, {"VFile_DeCompress", "PP"},
     };
     return functions;
@@ -131,6 +131,14 @@ const std::vector<std::string>& Numbers() {
     return numbers;
 }
 
+// Where VFile_Write starts. The system fills a gap before a position past the end, so a write at
+// a huge index makes a file that large, and every later call that reads whole folders (zip, sizes)
+// then reads all of it: within a few KiB the soak still covers before, at and past the end.
+const std::vector<std::string>& WriteIndexes() {
+    static const std::vector<std::string> indexes = {"0", "1", "-1", "-2", "5", "4096", "\"\""};
+    return indexes;
+}
+
 const std::vector<std::string>& Others() {
     static const std::vector<std::string> others = {
         "Date ( 2 ; 29 ; 2024 )",
@@ -206,7 +214,9 @@ std::string CallGenerator::call(int nesting) {
     for (size_t i = 0; i < count; ++i) {
         const char role = i < roles.size() ? roles[i] : static_cast<char>(kValue);
         std::string value;
-        if (chance(75)) {
+        if (role == kWriteIndex) {
+            value = pick(WriteIndexes());
+        } else if (chance(75)) {
             switch (role) {
                 case kPath:
                     value = path();
