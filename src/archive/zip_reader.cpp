@@ -375,13 +375,4 @@ void ZipReader::inflateData(const ArchiveEntry& entry, uint64_t dataStart, Entry
     output.finish();
 }
 
-void ExtractArchive(ByteSource& source, ExtractTarget& target, OemDecoder decodeOem) {
-    ZipReader reader(source, decodeOem);
-    const uint64_t count = reader.entryCount();
-    for (uint64_t index = 0; index < count; ++index) {
-        const ArchiveEntry entry = reader.readEntry();
-        reader.extractEntry(entry, target);
-    }
-}
-
 }  // namespace archive

@@ -76,8 +76,9 @@ class ZipReader {
     std::vector<uint8_t> output_;
 };
 
-// The whole unpacking of an archive: count, then each entry read and extracted in order. Entries
-// extracted before a failure stay where they are.
+// The whole unpacking of an archive: count, then each entry read and extracted in order, the
+// reading and inflating on a worker thread (extract_pipeline.h). Entries extracted before a
+// failure stay where they are.
 void ExtractArchive(ByteSource& source, ExtractTarget& target, OemDecoder decodeOem);
 
 }  // namespace archive
