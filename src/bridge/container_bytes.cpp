@@ -13,6 +13,7 @@
 #include "foundation/windows/file_manager.h"
 #include "shell/host_objects.h"
 #include "shell/host_values.h"
+#include "shell/value_conversion.h"
 
 namespace bridge {
 
@@ -20,16 +21,6 @@ namespace {
 
 [[noreturn]] void ThrowWrongEncoding() {
     slib::Throw(slib::kBadParameter, "Wrong encoding specified for binary data");
-}
-
-std::string TypeAt(const FmxBinaryData& container, int32_t index) {
-    const fmlib::QuadCharPtr code = fmlib::NewQuadChar();
-    fmlib::BinaryDataGetType(container, index, *code);
-    std::string type(4, ' ');
-    for (int32_t position = 0; position < 4; ++position) {
-        type[static_cast<size_t>(position)] = static_cast<char>(fmlib::QuadCharAt(*code, position));
-    }
-    return type;
 }
 
 std::vector<uint8_t> BytesAt(const FmxBinaryData& container, int32_t index) {
@@ -48,7 +39,7 @@ int32_t MainStream(const FmxBinaryData& container) {
     const int32_t count = fmlib::BinaryDataGetCount(container);
     std::vector<std::string> types;
     for (int32_t index = 0; index < count; ++index) {
-        types.push_back(TypeAt(container, index));
+        types.push_back(fmlib::ContainerStreamType(container, index));
     }
     auto find = [&types](const std::string& type) -> int32_t {
         for (size_t index = 0; index < types.size(); ++index) {
@@ -98,7 +89,7 @@ std::shared_ptr<const slib::Data> ContainerFileBytes(const FmxBinaryData& contai
     const int32_t main = MainStream(container);
     if (main >= 0) {
         std::vector<uint8_t> stored = BytesAt(container, main);
-        if (TypeAt(container, main) == "ZLIB") {
+        if (fmlib::ContainerStreamType(container, main) == "ZLIB") {
             stored = InflateStream(stored.data(), stored.size());
         }
         bytes = std::make_shared<slib::Data>(std::move(stored));

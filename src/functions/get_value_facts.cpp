@@ -13,26 +13,17 @@
 #include "shell/host_text.h"
 #include "shell/host_values.h"
 #include "shell/result.h"
+#include "shell/value_conversion.h"
 
 namespace functions {
 
 namespace {
 
-std::string StreamType(const FmxBinaryData& container, int32_t index) {
-    const fmlib::QuadCharPtr code = fmlib::NewQuadChar();
-    fmlib::BinaryDataGetType(container, index, *code);
-    std::string type(4, ' ');
-    for (int32_t position = 0; position < 4; ++position) {
-        type[static_cast<size_t>(position)] = static_cast<char>(fmlib::QuadCharAt(*code, position));
-    }
-    return type;
-}
-
 // A container whose streams are only metadata, with a file reference in its name stream.
 bool IsLinkOnly(const FmxBinaryData& container) {
     const int32_t count = fmlib::BinaryDataGetCount(container);
     for (int32_t index = 0; index < count; ++index) {
-        const std::string type = StreamType(container, index);
+        const std::string type = fmlib::ContainerStreamType(container, index);
         if (type != "FNAM" && type != "SIZE") {
             return false;
         }
@@ -71,7 +62,7 @@ std::u16string StreamLines(const FmxBinaryData& container) {
     std::u16string lines = u"STREAMS:\r";
     const int32_t count = fmlib::BinaryDataGetCount(container);
     for (int32_t index = 0; index < count; ++index) {
-        const std::string type = StreamType(container, index);
+        const std::string type = fmlib::ContainerStreamType(container, index);
         lines += Ascii(type + " " + std::to_string(fmlib::BinaryDataGetSize(container, index)));
         if (type == "FNAM") {
             const fmlib::TextPtr name = fmlib::NewText();
