@@ -29,4 +29,11 @@ slib::String PathContext::pathArgument(const FmxDataVect& args, uint32_t index) 
     return slib::String(std::move(resolved));
 }
 
+std::pair<slib::String, slib::String> PathContext::sourceAndTarget(const FmxDataVect& args) {
+    fmlib::RequireTextParameter(args, 0);
+    fmlib::RequireTextParameter(args, 1);
+    slib::String source = pathArgument(args, 0);
+    return {std::move(source), pathArgument(args, 1)};
+}
+
 }  // namespace bridge

@@ -4,6 +4,7 @@
 
 #include <cstdint>
 #include <optional>
+#include <utility>
 
 #include "fmx_functions.h"
 #include "foundation/path.h"
@@ -23,6 +24,10 @@ class PathContext {
     // resolves to nothing (an "fsspec:" form naming no item) is refused: -43 "Empty string is
     // not valid path".
     slib::String pathArgument(const FmxDataVect& args, uint32_t index);
+
+    // Arguments 0 and 1 as a source and a target path, both checked to be text before either is
+    // resolved, so a wrong second argument fails before the host is asked anything.
+    std::pair<slib::String, slib::String> sourceAndTarget(const FmxDataVect& args);
 
   private:
     const FmxExprEnv& env_;

@@ -8,12 +8,7 @@
 namespace {
 
 void DeCompress(const fmlib::FunctionCall& call) {
-    // Both arguments are checked before either is resolved.
-    fmlib::RequireTextParameter(call.args, 0);
-    fmlib::RequireTextParameter(call.args, 1);
-    bridge::PathContext paths(call.env);
-    const slib::String source = paths.pathArgument(call.args, 0);
-    const slib::String target = paths.pathArgument(call.args, 1);
+    const auto [source, target] = bridge::PathContext(call.env).sourceAndTarget(call.args);
     archive::DecompressArchive(source, target);
     fmlib::SetResultCode(call.result, 0);
 }
