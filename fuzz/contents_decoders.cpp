@@ -1,12 +1,13 @@
 // The decoders and sniffers that VFile_Read and VFile_Write run on untrusted input: hex-dump and
 // Base64 text (as UTF-16 units), file heads for pictures, MIME types and UTF-8, and RTF made
 // plain ASCII. A decode either throws slib::Exception or returns bytes that encode back to an
-// equivalent text.
+// equivalent text; decoding in pieces (as from a large host text) gives the same outcome.
 // fuzz-sources: src/foundation/*.cpp
 #include <cstdint>
 #include <cstdlib>
 #include <cstring>
 #include <string>
+#include <string_view>
 
 #include "foundation/base64.h"
 #include "foundation/exception.h"
@@ -33,6 +34,28 @@ void CheckRoundTrip(const std::vector<uint8_t>& bytes, bool base64) {
     }
 }
 
+template <typename Decoder>
+std::string OutcomeInPieces(const std::u16string& text, size_t pieceSize) {
+    try {
+        Decoder decoder(text.size());
+        for (size_t start = 0; start < text.size(); start += pieceSize) {
+            decoder.Feed(std::u16string_view(text).substr(start, pieceSize));
+        }
+        const std::vector<uint8_t> bytes = decoder.Finish();
+        return "ok:" + std::string(bytes.begin(), bytes.end());
+    } catch (const slib::Exception& exception) {
+        return std::string("failed:") + exception.what();
+    }
+}
+
+template <typename Decoder>
+void CheckPieces(const std::u16string& text, size_t pieceSize) {
+    if (OutcomeInPieces<Decoder>(text, pieceSize) !=
+        OutcomeInPieces<Decoder>(text, text.size() + 1)) {
+        std::abort();
+    }
+}
+
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
@@ -48,6 +71,9 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
             } catch (const slib::Exception&) {
             }
         }
+        const size_t pieceSize = size == 0 ? 1 : data[0] % 7 + 1;
+        CheckPieces<slib::Base64Decoder>(*text, pieceSize);
+        CheckPieces<slib::HexDumpDecoder>(*text, pieceSize);
     }
     slib::SniffPicture(data, size);
     slib::SniffMimeType(data, size, u"fuzz.bin");

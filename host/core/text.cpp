@@ -34,22 +34,39 @@ size_t ToSearchStart(uint32_t position) {
 
 }  // namespace
 
+const std::u16string& Text::Chars() const {
+    static const std::u16string empty;
+    return chars_ ? *chars_ : empty;
+}
+
+std::u16string& Text::MutableChars() {
+    if (!chars_) {
+        chars_ = std::make_shared<std::u16string>();
+    } else if (chars_.use_count() > 1) {
+        chars_ = std::make_shared<std::u16string>(*chars_);
+    }
+    return *chars_;
+}
+
 Text Text::FromUtf8(std::string_view utf8) {
     return Text(Utf8ToUtf16(utf8));
 }
 
 std::string Text::ToUtf8() const {
-    return Utf16ToUtf8(chars_);
+    return Utf16ToUtf8(Chars());
 }
 
 void Text::Assign(std::u16string chars) {
-    chars_ = std::move(chars);
+    chars_ = std::make_shared<std::u16string>(std::move(chars));
     runs_.clear();
 }
 
 Text Text::Range(uint32_t position, uint32_t size) const {
     const Span span = Clip(Size(), position, size);
-    Text out(chars_.substr(span.begin, span.end - span.begin));
+    if (span.begin == 0 && span.end == Size()) {
+        return *this;
+    }
+    Text out(Chars().substr(span.begin, span.end - span.begin));
     if (HasStyles()) {
         out.runs_ = RunsOf(span.begin, span.end);
         out.Normalize();
@@ -89,7 +106,7 @@ void Text::Replace(uint32_t position, uint32_t size, const Text& replacement) {
         AppendShifted(runs, RunsOf(span.end, Size()), span.begin + inserted);
     }
     // In place, so that appending piece by piece stays linear.
-    chars_.replace(span.begin, span.end - span.begin, replacement.chars_);
+    MutableChars().replace(span.begin, span.end - span.begin, replacement.Chars());
     if (styled) {
         runs_ = std::move(runs);
         Normalize();
@@ -97,28 +114,28 @@ void Text::Replace(uint32_t position, uint32_t size, const Text& replacement) {
 }
 
 uint32_t Text::Find(const Text& needle, uint32_t position) const {
-    return ToPosition(chars_.find(needle.chars_, position));
+    return ToPosition(Chars().find(needle.Chars(), position));
 }
 
 uint32_t Text::FindPrev(const Text& needle, uint32_t position) const {
-    return ToPosition(chars_.rfind(needle.chars_, ToSearchStart(position)));
+    return ToPosition(Chars().rfind(needle.Chars(), ToSearchStart(position)));
 }
 
 uint32_t Text::FindIgnoringCase(const Text& needle, uint32_t position) const {
-    return ToPosition(ToLower(chars_).find(ToLower(needle.chars_), position));
+    return ToPosition(ToLower(Chars()).find(ToLower(needle.Chars()), position));
 }
 
 uint32_t Text::FindPrevIgnoringCase(const Text& needle, uint32_t position) const {
-    return ToPosition(ToLower(chars_).rfind(ToLower(needle.chars_), ToSearchStart(position)));
+    return ToPosition(ToLower(Chars()).rfind(ToLower(needle.Chars()), ToSearchStart(position)));
 }
 
 void Text::Uppercase() {
-    for (char16_t& c : chars_)
+    for (char16_t& c : MutableChars())
         c = ToUpper(c);
 }
 
 void Text::Lowercase() {
-    for (char16_t& c : chars_)
+    for (char16_t& c : MutableChars())
         c = ToLower(c);
 }
 

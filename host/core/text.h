@@ -1,8 +1,11 @@
 // Host text: UTF-16 code units plus character styles over ranges. Positions and sizes count
-// code units. Out-of-range positions never fail: they are clipped to the text.
+// code units. Out-of-range positions never fail: they are clipped to the text. Copies share
+// their characters until one of them changes (a value passes through many copies on its way
+// to and from a plug-in, and may be hundreds of megabytes).
 #pragma once
 
 #include <cstdint>
+#include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -27,12 +30,13 @@ class Text {
     static constexpr uint32_t kNotFound = 0xFFFFFFFF;  // result of a failed search
 
     Text() = default;
-    explicit Text(std::u16string chars) : chars_(std::move(chars)) {}
+    explicit Text(std::u16string chars)
+        : chars_(std::make_shared<std::u16string>(std::move(chars))) {}
     static Text FromUtf8(std::string_view utf8);
 
-    uint32_t Size() const { return static_cast<uint32_t>(chars_.size()); }
-    bool Empty() const { return chars_.empty(); }
-    const std::u16string& Chars() const { return chars_; }
+    uint32_t Size() const { return static_cast<uint32_t>(Chars().size()); }
+    bool Empty() const { return Chars().empty(); }
+    const std::u16string& Chars() const;
     std::string ToUtf8() const;
 
     // Replaces the contents with unstyled characters.
@@ -75,19 +79,21 @@ class Text {
     const std::vector<StyleRun>& Runs() const { return runs_; }
 
     // Comparisons look only at the code units, never at styles.
-    friend bool operator==(const Text& a, const Text& b) { return a.chars_ == b.chars_; }
-    friend bool operator!=(const Text& a, const Text& b) { return a.chars_ != b.chars_; }
-    friend bool operator<(const Text& a, const Text& b) { return a.chars_ < b.chars_; }
-    friend bool operator<=(const Text& a, const Text& b) { return a.chars_ <= b.chars_; }
-    friend bool operator>(const Text& a, const Text& b) { return a.chars_ > b.chars_; }
-    friend bool operator>=(const Text& a, const Text& b) { return a.chars_ >= b.chars_; }
+    friend bool operator==(const Text& a, const Text& b) { return a.Chars() == b.Chars(); }
+    friend bool operator!=(const Text& a, const Text& b) { return a.Chars() != b.Chars(); }
+    friend bool operator<(const Text& a, const Text& b) { return a.Chars() < b.Chars(); }
+    friend bool operator<=(const Text& a, const Text& b) { return a.Chars() <= b.Chars(); }
+    friend bool operator>(const Text& a, const Text& b) { return a.Chars() > b.Chars(); }
+    friend bool operator>=(const Text& a, const Text& b) { return a.Chars() >= b.Chars(); }
 
   private:
     // Runs of [begin, end) rebased to 0; unstyled parts get an explicit all-disabled run.
     std::vector<StyleRun> RunsOf(uint32_t begin, uint32_t end) const;
     void Normalize();
+    // The characters, unshared first.
+    std::u16string& MutableChars();
 
-    std::u16string chars_;
+    std::shared_ptr<std::u16string> chars_;  // null when empty
     std::vector<StyleRun> runs_;
 };
 

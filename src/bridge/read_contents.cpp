@@ -61,7 +61,7 @@ void StoreAutomatic(const slib::String& path, const slib::Data& bytes, FmxData& 
 
 void StoreFileContents(const slib::String& path, const ReadRequest& request, FmxData& result,
                        const FmxExprEnv& env) {
-    const std::shared_ptr<const slib::Data> bytes = slib::FileManager().readFile(
+    std::shared_ptr<const slib::Data> bytes = slib::FileManager().readFile(
         path, slib::FilePosition::FromIndex(request.startIndex), request.maxLength);
     const uint8_t* data = bytes->bytes().data();
     const int32_t number = request.encoding;
@@ -71,10 +71,12 @@ void StoreFileContents(const slib::String& path, const ReadRequest& request, Fmx
         fmlib::SetResultText(result, *DecodeText(data, bytes->size(), number));
     } else if (number == encoding::kRtf) {
         fmlib::SetResultText(result, *RtfToStyledText(*bytes, result, env));
-    } else if (number == encoding::kHexDump) {
-        StoreAscii(result, slib::EncodeHexDump(data, bytes->size()));
-    } else if (number == encoding::kBase64) {
-        StoreAscii(result, slib::EncodeBase64(data, bytes->size()));
+    } else if (number == encoding::kHexDump || number == encoding::kBase64) {
+        const std::string text = number == encoding::kBase64
+                                     ? slib::EncodeBase64(data, bytes->size())
+                                     : slib::EncodeHexDump(data, bytes->size());
+        bytes.reset();  // the host's copy of the text is the largest: the file's bytes go first
+        StoreAscii(result, text);
     } else if (IsPictureEncoding(number)) {
         StorePicture(result, FileNameOf(path.units()), *bytes, number);
     } else {

@@ -1,6 +1,7 @@
 #include "foundation/base64.h"
 
 #include <array>
+#include <utility>
 
 #include "foundation/error_codes.h"
 #include "foundation/exception.h"
@@ -60,15 +61,26 @@ std::string EncodeBase64(const uint8_t* bytes, size_t size) {
 }
 
 std::vector<uint8_t> DecodeBase64(std::u16string_view text) {
+    Base64Decoder decoder(text.size());
+    decoder.Feed(text);
+    return decoder.Finish();
+}
+
+Base64Decoder::Base64Decoder(size_t textUnits) : bytes_(textUnits / 4 * 3 + 3) {}
+
+void Base64Decoder::Feed(std::u16string_view text) {
+    const size_t room = text.size() / 4 * 3 + 3;
+    if (bytes_.size() - size_ < room) {
+        bytes_.resize(size_ + room);  // more text than announced: still correct, only slower
+    }
     const std::array<int8_t, 128>& table = SextetTable();
     auto sextet = [&table](char16_t unit) { return unit < 128 ? table[unit] : kInvalid; };
-    std::vector<uint8_t> bytes(text.size() / 4 * 3 + 3);
-    uint8_t* out = bytes.data();
-    uint32_t group = 0;
-    int sextets = 0;
+    uint8_t* out = bytes_.data() + size_;
+    uint32_t group = group_;
+    int sextets = sextets_;
     size_t position = 0;
     const size_t size = text.size();
-    while (position < size) {
+    while (!padding_ && position < size) {
         // Whole groups of four alphabet characters, the common case, in one step.
         if (sextets == 0 && position + 4 <= size) {
             const int8_t a = sextet(text[position]);
@@ -89,6 +101,7 @@ std::vector<uint8_t> DecodeBase64(std::u16string_view text) {
         }
         const char16_t unit = text[position];
         if (unit == u'=') {
+            padding_ = true;
             break;
         }
         const int8_t value = sextet(unit);
@@ -109,23 +122,30 @@ std::vector<uint8_t> DecodeBase64(std::u16string_view text) {
             sextets = 0;
         }
     }
-    // Only padding and blanks may follow the first "=".
     for (; position < size; ++position) {
         if (text[position] != u'=' && sextet(text[position]) != kSkip) {
             ThrowNotBase64();
         }
     }
-    if (sextets == 1) {
+    group_ = group;
+    sextets_ = sextets;
+    size_ = static_cast<size_t>(out - bytes_.data());
+}
+
+std::vector<uint8_t> Base64Decoder::Finish() {
+    if (sextets_ == 1) {
         Throw(kBadParameter, "Base64 text ends in the middle of a byte");
     }
-    if (sextets == 2) {
-        *out++ = static_cast<uint8_t>(group >> 4);
-    } else if (sextets == 3) {
-        *out++ = static_cast<uint8_t>(group >> 10);
-        *out++ = static_cast<uint8_t>(group >> 2);
+    bytes_.resize(size_ + 2);
+    if (sextets_ == 2) {
+        bytes_[size_++] = static_cast<uint8_t>(group_ >> 4);
+    } else if (sextets_ == 3) {
+        bytes_[size_++] = static_cast<uint8_t>(group_ >> 10);
+        bytes_[size_++] = static_cast<uint8_t>(group_ >> 2);
     }
-    bytes.resize(static_cast<size_t>(out - bytes.data()));
-    return bytes;
+    sextets_ = 0;
+    bytes_.resize(size_);
+    return std::move(bytes_);
 }
 
 }  // namespace slib

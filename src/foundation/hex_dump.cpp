@@ -2,6 +2,7 @@
 
 #include <array>
 #include <cstring>
+#include <utility>
 
 #include "foundation/error_codes.h"
 #include "foundation/exception.h"
@@ -80,11 +81,33 @@ std::string EncodeHexDump(const uint8_t* bytes, size_t size) {
 }
 
 std::vector<uint8_t> DecodeHexDump(std::u16string_view text) {
+    HexDumpDecoder decoder(text.size());
+    decoder.Feed(text);
+    return decoder.Finish();
+}
+
+HexDumpDecoder::HexDumpDecoder(size_t textUnits) : bytes_(textUnits / 2 + 1) {}
+
+void HexDumpDecoder::Feed(std::u16string_view text) {
+    const size_t room = text.size() / 2 + 1;
+    if (bytes_.size() - size_ < room) {
+        bytes_.resize(size_ + room);  // more text than announced: still correct, only slower
+    }
     const std::array<uint8_t, 65536>& classes = Classes();
-    std::vector<uint8_t> bytes(text.size() / 2);
-    uint8_t* out = bytes.data();
+    uint8_t* out = bytes_.data() + size_;
     const char16_t* unit = text.data();
     const char16_t* const end = unit + text.size();
+    if (pendingHigh_ >= 0 && unit < end) {
+        const uint8_t low = classes[*unit++];
+        if (low >= kSeparator) {
+            if (low == kSeparator) {
+                ThrowOdd();
+            }
+            ThrowForeign();
+        }
+        *out++ = static_cast<uint8_t>(pendingHigh_ << 4 | low);
+        pendingHigh_ = -1;
+    }
     while (unit < end) {
         // The common case: a group of two digits and the separator after it.
         while (end - unit >= 3) {
@@ -109,7 +132,8 @@ std::vector<uint8_t> DecodeHexDump(std::u16string_view text) {
             ThrowForeign();
         }
         if (unit + 1 == end) {
-            ThrowOdd();
+            pendingHigh_ = high;
+            break;
         }
         const uint8_t low = classes[unit[1]];
         if (low >= kSeparator) {
@@ -121,8 +145,15 @@ std::vector<uint8_t> DecodeHexDump(std::u16string_view text) {
         *out++ = static_cast<uint8_t>(high << 4 | low);
         unit += 2;
     }
-    bytes.resize(static_cast<size_t>(out - bytes.data()));
-    return bytes;
+    size_ = static_cast<size_t>(out - bytes_.data());
+}
+
+std::vector<uint8_t> HexDumpDecoder::Finish() {
+    if (pendingHigh_ >= 0) {
+        ThrowOdd();
+    }
+    bytes_.resize(size_);
+    return std::move(bytes_);
 }
 
 }  // namespace slib

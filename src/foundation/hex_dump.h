@@ -17,4 +17,19 @@ std::string EncodeHexDump(const uint8_t* bytes, size_t size);
 // Anything else throws -50 naming what is wrong; nothing is returned half-decoded.
 std::vector<uint8_t> DecodeHexDump(std::u16string_view text);
 
+// The same decoding for text that arrives in pieces of any size (a pair of digits may be split
+// between two pieces), so that a large host text is never copied whole. The result buffer is
+// sized once from `textUnits`, the length of all pieces together.
+class HexDumpDecoder {
+  public:
+    explicit HexDumpDecoder(size_t textUnits);
+    void Feed(std::u16string_view piece);
+    std::vector<uint8_t> Finish();
+
+  private:
+    std::vector<uint8_t> bytes_;
+    size_t size_ = 0;
+    int pendingHigh_ = -1;  // the first digit of a pair whose second is in the next piece
+};
+
 }  // namespace slib

@@ -107,5 +107,41 @@ TEST(Base64, RefusesForeignCharactersAndTruncation) {
               "-50 Base64 text ends in the middle of a byte");
 }
 
+// A large host text reaches the decoders a range at a time; wherever the ranges are cut, the
+// outcome (bytes or refusal) must be that of the whole text.
+template <typename Decoder>
+std::string OutcomeInPieces(const std::u16string& text, size_t cut, size_t pieceSize) {
+    std::string outcome;
+    const std::string failure = FailureOf([&] {
+        Decoder decoder(text.size());
+        decoder.Feed(std::u16string_view(text).substr(0, cut));
+        for (size_t start = cut; start < text.size(); start += pieceSize) {
+            decoder.Feed(std::u16string_view(text).substr(start, pieceSize));
+        }
+        const Bytes bytes = decoder.Finish();
+        outcome.assign(bytes.begin(), bytes.end());
+    });
+    return failure == "no failure" ? outcome : failure;
+}
+
+template <typename Decoder>
+void ExpectCutsChangeNothing(const std::vector<std::u16string>& texts) {
+    for (const std::u16string& text : texts) {
+        const std::string whole = OutcomeInPieces<Decoder>(text, text.size(), 1);
+        for (size_t cut = 0; cut <= text.size(); ++cut) {
+            EXPECT_EQ(OutcomeInPieces<Decoder>(text, cut, text.size()), whole) << cut;
+            EXPECT_EQ(OutcomeInPieces<Decoder>(text, cut, 1), whole) << cut;
+            EXPECT_EQ(OutcomeInPieces<Decoder>(text, cut, 3), whole) << cut;
+        }
+    }
+}
+
+TEST(PiecewiseDecoding, CutsAnywhereGiveTheWholeTextsOutcome) {
+    ExpectCutsChangeNothing<HexDumpDecoder>({u"48 69 0A", u"4869 0a\r\n\tFF  00\n", u"486 9",
+                                             u"48 6", u"48,69", u"4G", u"", u"ABCDEF01"});
+    ExpectCutsChangeNothing<Base64Decoder>({u"Zm9vYmFy", u" Zm9v\r\nYmFy \n", u"Zm9vYg=\r\n=",
+                                            u"Zm9vYg", u"Zm9vY", u"Zg==Zg==", u"Z=m9", u""});
+}
+
 }  // namespace
 }  // namespace slib
