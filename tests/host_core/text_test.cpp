@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <vector>
+
 namespace fmhost {
 namespace {
 
@@ -132,6 +134,25 @@ TEST(TextTest, CaseMappingKeepsStylesAndLength) {
     EXPECT_EQ(text.StyleAt(2), Bold());
     text.Lowercase();
     EXPECT_EQ(text.Chars(), u"straße ölçü σασ жук");
+}
+
+TEST(TextTest, CopiesShareCharactersButNeverEachOthersEdits) {
+    const Text original(u"abc");
+    const std::u16string* shared = &original.Chars();
+    for (const auto& edit : std::vector<void (*)(Text&)>{
+             [](Text& t) { t.Uppercase(); }, [](Text& t) { t.AppendText(Text(u"d")); },
+             [](Text& t) { t.DeleteText(0, 1); }, [](Text& t) { t.SetText(t, 1); },
+             [](Text& t) { t.Replace(0, 3, t); }, [](Text& t) { t.Assign(u"x"); }}) {
+        Text copy = original;
+        Text whole;
+        whole.SetText(original);
+        EXPECT_EQ(&copy.Chars(), shared);
+        EXPECT_EQ(&whole.Chars(), shared);
+        edit(copy);
+        edit(whole);
+        EXPECT_EQ(original.Chars(), u"abc");
+        EXPECT_EQ(copy, whole);
+    }
 }
 
 TEST(TextTest, ComparesCodeUnitsOnly) {
