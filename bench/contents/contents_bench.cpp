@@ -76,7 +76,8 @@ int main() {
     std::printf("100 MB of random bytes (best of 3; MB/s of file bytes)\n");
     Report("base64 encode",
            MegabytesPerSecond([&] { slib::EncodeBase64(bytes.data(), bytes.size()); }), hostEncode);
-    Report("base64 decode", MegabytesPerSecond([&] { DecodeInPieces<slib::Base64Decoder>(base64); }), hostDecode);
+    Report("base64 decode",
+           MegabytesPerSecond([&] { DecodeInPieces<slib::Base64Decoder>(base64); }), hostDecode);
     Report("hex-dump encode",
            MegabytesPerSecond([&] { slib::EncodeHexDump(bytes.data(), bytes.size()); }),
            hostEncode);

@@ -63,10 +63,46 @@ class RawDeflater {
         return true;
     }
 
+    // The size of `data` deflated on its own, finished (for a trial: the stream is reset).
+    size_t trial(const uint8_t* data, size_t length, std::vector<uint8_t>& scratch) {
+        if (!ready_ || deflateReset(&stream_) != Z_OK) {
+            return length;
+        }
+        scratch.resize(deflateBound(&stream_, static_cast<uLong>(length)) + 64);
+        stream_.next_in = const_cast<uint8_t*>(data);
+        stream_.avail_in = static_cast<uInt>(length);
+        stream_.next_out = scratch.data();
+        stream_.avail_out = static_cast<uInt>(scratch.size());
+        if (deflate(&stream_, Z_FINISH) != Z_STREAM_END) {
+            return length;
+        }
+        return scratch.size() - stream_.avail_out;
+    }
+
   private:
     z_stream stream_ = {};
     bool ready_ = false;
 };
+
+// Already-compressed content (photos, media, archives under other names) gains nothing from
+// deflate, and deflate is at its slowest on it. Four samples deflated at the fastest level tell
+// such a block apart; it is then written as stored blocks of the same deflate stream, which is
+// what deflate itself would end up writing, at a fraction of the cost.
+bool LooksIncompressible(RawDeflater& fastest, const DeflateBlock& block,
+                         std::vector<uint8_t>& scratch) {
+    constexpr size_t kSample = 4096;
+    constexpr size_t kSamples = 4;
+    if (block.inputLength < 16 * kSample) {
+        return false;
+    }
+    for (size_t i = 0; i < kSamples; ++i) {
+        const uint8_t* sample = block.input.data() + block.inputLength / kSamples * i;
+        if (fastest.trial(sample, kSample, scratch) < kSample * 98 / 100) {
+            return false;
+        }
+    }
+    return true;
+}
 
 }  // namespace
 
@@ -137,6 +173,9 @@ void DeflatePipeline::release(DeflateBlock* block) {
 
 void DeflatePipeline::work(int level) {
     RawDeflater deflater(level);
+    RawDeflater storing(0);
+    RawDeflater fastest(1);
+    std::vector<uint8_t> scratch;
     for (;;) {
         DeflateBlock* block = nullptr;
         {
@@ -150,7 +189,9 @@ void DeflatePipeline::work(int level) {
         }
         block->crc = static_cast<uint32_t>(
             crc32(0, block->input.data(), static_cast<uInt>(block->inputLength)));
-        const bool ok = !block->deflate || deflater.run(*block);
+        const bool ok = !block->deflate ||
+                        (LooksIncompressible(fastest, *block, scratch) ? storing.run(*block)
+                                                                       : deflater.run(*block));
         {
             std::lock_guard<std::mutex> lock(mutex_);
             block->failed = !ok;

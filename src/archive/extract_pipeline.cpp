@@ -1,9 +1,12 @@
 #include "archive/extract_pipeline.h"
 
 #include <memory>
+#include <set>
+#include <string>
 #include <thread>
 #include <utility>
 
+#include "archive/file_writer_pool.h"
 #include "archive/read_ahead_source.h"
 #include "archive/zip_reader.h"
 
@@ -12,6 +15,10 @@ namespace archive {
 namespace {
 
 constexpr size_t kMostSpareBuffers = 32;
+// Entries up to this size go whole to the writer pool, still stored or deflated.
+constexpr size_t kMostEncodedBytes = 2 * 1024 * 1024;
+// Larger buffers are not kept for reuse: the spare ones stay a few megabytes in all.
+constexpr size_t kLargestSpareBuffer = 256 * 1024;
 
 // Thrown on the worker when the calling thread has given up, to unwind out of the reader.
 struct ExtractionAbandoned {};
@@ -74,8 +81,19 @@ void ReadAhead(ByteSource& source, OemDecoder decodeOem, ExtractStepQueue& queue
         ZipReader reader(readAhead, decodeOem);
         const uint64_t count = reader.entryCount();
         for (uint64_t index = 0; index < count; ++index) {
-            const ArchiveEntry entry = reader.readEntry();
-            reader.extractEntry(entry, target);
+            ArchiveEntry entry = reader.readEntry();
+            if (entry.folder || entry.compressed > kMostEncodedBytes) {
+                reader.extractEntry(entry, target);
+                continue;
+            }
+            ExtractStep step;
+            step.kind = ExtractStep::Kind::kEncodedFile;
+            EntryData data = reader.locateData(entry);
+            step.data = queue.spareBuffer();
+            reader.readData(entry, data, step.data);
+            step.path = std::move(data.path);
+            step.entry = std::move(entry);
+            Push(queue, std::move(step));
         }
         Push(queue, ExtractStep{});
     } catch (const ExtractionAbandoned&) {
@@ -161,6 +179,9 @@ std::vector<uint8_t> ExtractStepQueue::spareBuffer() {
 }
 
 void ExtractStepQueue::recycle(std::vector<uint8_t> buffer) {
+    if (buffer.capacity() > kLargestSpareBuffer) {
+        return;
+    }
     std::lock_guard<std::mutex> lock(mutex_);
     if (spare_.size() < kMostSpareBuffers) {
         buffer.clear();
@@ -168,39 +189,188 @@ void ExtractStepQueue::recycle(std::vector<uint8_t> buffer) {
     }
 }
 
+namespace {
+
+// Stands for a path as the file system may compare it: ASCII letters folded, any other unit the
+// same (so names that differ only there count as the same), trailing dots and blanks dropped.
+// Two paths that may name the same file always get the same key.
+std::u16string LooseKey(const RelativePath& path, size_t count) {
+    std::u16string key;
+    for (size_t i = 0; i < count; ++i) {
+        key.push_back(u'/');
+        for (const char16_t unit : path[i]) {
+            key.push_back(unit >= 0x80                   ? u'\uFFFF'
+                          : unit >= u'A' && unit <= u'Z' ? unit + 32
+                                                         : unit);
+        }
+        while (key.back() == u'.' || key.back() == u' ') {
+            key.pop_back();
+        }
+    }
+    return key;
+}
+
+// The calling thread's side: a small file goes whole to the writer pool; a large one is written
+// here as its decoded content arrives. Either way it is committed in its turn.
+class FileDispatcher {
+  public:
+    FileDispatcher(ExtractTarget& target, ExtractStepQueue& queue)
+        : target_(target),
+          queue_(queue),
+          pool_(target, order_,
+                [&queue](std::vector<uint8_t> bytes) { queue.recycle(std::move(bytes)); }) {}
+
+    void makeFolder(const RelativePath& path) {
+        rethrowPoolFailure();  // no later entry once an earlier one failed
+        waitForClashes(path, false);
+        target_.makeFolder(path);
+    }
+    // Small files are handed to the pool in batches (see flush).
+    void submit(ExtractStep& step) {
+        waitForClashes(step.path, true);
+        notePending(step.path);
+        FileJob job;
+        job.sequence = sequence_++;
+        job.path = std::move(step.path);
+        job.entry = std::move(step.entry);
+        job.encoded = std::move(step.data);
+        batchBytes_ += job.encoded.size();
+        batch_.push_back(std::move(job));
+        if (batchBytes_ >= kMostBatchBytes) {
+            flush();
+        }
+    }
+    // Hands the batch over: one wake of the pool for many files.
+    void flush() {
+        if (!batch_.empty()) {
+            pool_.submit(batch_);
+            batchBytes_ = 0;
+        }
+    }
+    void begin(const RelativePath& path) {
+        flush();
+        waitForClashes(path, true);
+        streamedSequence_ = sequence_++;
+        streamed_ = target_.createFile(path);
+    }
+    void write(std::vector<uint8_t> data) {
+        streamed_->write(data.data(), data.size());
+        queue_.recycle(std::move(data));
+    }
+    void commit(const EntryTime& time) {
+        order_.ready(streamedSequence_, std::move(streamed_), time, nullptr);
+    }
+    // Every file handed over is finished; throws the first failure among them, if any.
+    void finish() {
+        flush();
+        pool_.drain();
+        rethrowPoolFailure();
+    }
+    // The file in progress (if any) fails with `failure`; every file handed over before it is
+    // finished.
+    void abandon(std::exception_ptr failure) {
+        if (streamed_) {
+            order_.ready(streamedSequence_, std::move(streamed_), EntryTime(), failure);
+        }
+        flush();
+        pool_.drain();
+    }
+    // The first failure of a file handed over, in archive order.
+    void rethrowPoolFailure() {
+        if (std::exception_ptr failure = order_.failure()) {
+            std::rethrow_exception(failure);
+        }
+    }
+
+  private:
+    static constexpr size_t kMostPendingKeys = 4096;
+    static constexpr size_t kMostBatchBytes = 4 * 1024 * 1024;
+
+    // Files the pool may still be writing must not meet this path: the same file twice, a folder
+    // where a file goes or the other way round. Then the pool finishes first, so the outcome is
+    // that of unpacking on one thread.
+    void waitForClashes(const RelativePath& path, bool file) {
+        const size_t size = path.size();
+        bool clash = pendingFiles_.size() >= kMostPendingKeys;
+        for (size_t count = 1; count <= size && !clash; ++count) {
+            clash = pendingFiles_.count(LooseKey(path, count)) != 0;
+        }
+        if (file && !clash) {
+            clash = pendingFolders_.count(LooseKey(path, size)) != 0;
+        }
+        if (clash) {
+            flush();
+            pool_.drain();
+            pendingFiles_.clear();
+            pendingFolders_.clear();
+        }
+    }
+    void notePending(const RelativePath& path) {
+        for (size_t count = 1; count < path.size(); ++count) {
+            pendingFolders_.insert(LooseKey(path, count));
+        }
+        pendingFiles_.insert(LooseKey(path, path.size()));
+    }
+
+    ExtractTarget& target_;
+    ExtractStepQueue& queue_;
+    CommitOrder order_;
+    FileWriterPool pool_;
+    uint64_t sequence_ = 0;
+    uint64_t streamedSequence_ = 0;
+    std::vector<FileJob> batch_;
+    size_t batchBytes_ = 0;
+    // Loose keys of the files handed to the pool since it last finished, and of their folders.
+    std::set<std::u16string> pendingFiles_;
+    std::set<std::u16string> pendingFolders_;
+    std::unique_ptr<EntryFile> streamed_;
+};
+
+}  // namespace
+
 void ExtractArchive(ByteSource& source, ExtractTarget& target, OemDecoder decodeOem) {
     ExtractStepQueue queue;
     WorkerGuard worker(queue, std::thread(ReadAhead, std::ref(source), decodeOem, std::ref(queue)));
-    // Declared after the guard: an uncommitted file is removed before the worker is joined.
-    std::unique_ptr<EntryFile> file;
+    // Declared after the guard: files in progress are removed before the worker is joined.
+    FileDispatcher files(target, queue);
     std::deque<ExtractStep> batch;
-    for (;;) {
-        if (batch.empty()) {
-            queue.takeAll(batch);
+    try {
+        for (;;) {
+            if (batch.empty()) {
+                files.flush();
+                files.rethrowPoolFailure();
+                queue.takeAll(batch);
+            }
+            ExtractStep step = std::move(batch.front());
+            batch.pop_front();
+            switch (step.kind) {
+                case ExtractStep::Kind::kFolder:
+                    files.makeFolder(step.path);
+                    break;
+                case ExtractStep::Kind::kFile:
+                    files.begin(step.path);
+                    break;
+                case ExtractStep::Kind::kEncodedFile:
+                    files.submit(step);
+                    break;
+                case ExtractStep::Kind::kData:
+                    files.write(std::move(step.data));
+                    break;
+                case ExtractStep::Kind::kCommit:
+                    files.commit(step.time);
+                    break;
+                case ExtractStep::Kind::kFailed:
+                    std::rethrow_exception(step.failure);
+                case ExtractStep::Kind::kFinished:
+                    files.finish();
+                    return;
+            }
         }
-        ExtractStep step = std::move(batch.front());
-        batch.pop_front();
-        switch (step.kind) {
-            case ExtractStep::Kind::kFolder:
-                target.makeFolder(step.path);
-                break;
-            case ExtractStep::Kind::kFile:
-                file = target.createFile(step.path);
-                break;
-            case ExtractStep::Kind::kData:
-                file->write(step.data.data(), step.data.size());
-                queue.recycle(std::move(step.data));
-                break;
-            case ExtractStep::Kind::kCommit:
-                file->commit(step.time);
-                file.reset();
-                break;
-            case ExtractStep::Kind::kFailed:
-                file.reset();
-                std::rethrow_exception(step.failure);
-            case ExtractStep::Kind::kFinished:
-                return;
-        }
+    } catch (...) {
+        // A failure of an earlier file, still being written by the pool, comes first.
+        files.abandon(std::current_exception());
+        files.rethrowPoolFailure();
+        throw;
     }
 }
 

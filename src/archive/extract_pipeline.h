@@ -1,9 +1,10 @@
 #pragma once
-// Unpacking on two threads. A worker reads, inflates and verifies entries ahead of time while the
-// calling thread creates their files and writes them out: with thousands of small files the file
-// system, not inflate, sets the pace, and the two now overlap. Only the calling thread touches the
-// target, in archive order. A file is committed only after the worker verified its entry, and a
-// failure surfaces once every entry before it is in place, as when unpacking on one thread.
+// Unpacking on several threads. A worker reads the archive ahead of time and checks every entry.
+// A small entry goes, still stored or deflated, to a pool of writer threads that decode, verify
+// and write it (file_writer_pool.h), several at once; a large one the worker decodes and verifies
+// itself while the calling thread writes it out. Files are put in place strictly in archive
+// order, each only once its entry is verified, so a failure leaves what unpacking on one thread
+// would: the files before it, nothing after it.
 //
 // The worker runs at most a bounded amount ahead (bytes and steps), so memory stays bounded
 // whatever the archive holds.
@@ -18,16 +19,20 @@
 
 #include "archive/entry_time.h"
 #include "archive/extract_target.h"
+#include "archive/zip_reader.h"
 
 namespace archive {
 
 // One thing for the calling thread to do, in archive order.
 struct ExtractStep {
-    enum class Kind { kFolder, kFile, kData, kCommit, kFailed, kFinished };
+    // kFile, kData..., kCommit: a file the worker decodes. kEncodedFile: a whole small file still
+    // stored or deflated, decoded by whoever writes it.
+    enum class Kind { kFolder, kFile, kData, kCommit, kEncodedFile, kFailed, kFinished };
     Kind kind = Kind::kFinished;
-    RelativePath path;           // kFolder, kFile
-    std::vector<uint8_t> data;   // kData
+    RelativePath path;           // kFolder, kFile, kEncodedFile
+    std::vector<uint8_t> data;   // kData, kEncodedFile
     EntryTime time;              // kCommit
+    ArchiveEntry entry;          // kEncodedFile
     std::exception_ptr failure;  // kFailed
 };
 

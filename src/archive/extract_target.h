@@ -1,7 +1,9 @@
 #pragma once
 // Where extracted entries go. Paths arrive resolved to components below the extraction folder
 // (ResolveInsideFolder), so an implementation only joins them. Failures throw
-// -50 "Unable to get zip item".
+// -50 "Unable to get zip item". Several files are created, written and committed at once, on
+// different threads (each EntryFile stays on one); makeFolder comes from one thread only, but
+// may run alongside them.
 
 #include <memory>
 #include <string>

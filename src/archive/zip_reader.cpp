@@ -278,57 +278,76 @@ void ZipReader::claimSpan(uint64_t start, uint64_t end) {
     }
 }
 
-void ZipReader::extractEntry(const ArchiveEntry& entry, ExtractTarget& target) {
+EntryData ZipReader::locateData(const ArchiveEntry& entry) {
     if ((entry.flags & (kFlagEncrypted | kFlagStrongEncryption)) != 0 ||
         (entry.method != kMethodStored && entry.method != kMethodDeflated)) {
         FailEntryNotExtracted();
     }
-    const std::optional<RelativePath> path = ResolveInsideFolder(entry.name);
-    if (!path) {
+    std::optional<RelativePath> path = ResolveInsideFolder(entry.name);
+    if (!path || (!entry.folder && path->empty())) {
         FailEntryNotExtracted();
     }
+    EntryData data;
+    data.path = std::move(*path);
     if (entry.folder) {
-        target.makeFolder(*path);
-        return;
-    }
-    if (path->empty()) {
-        FailEntryNotExtracted();
+        return data;
     }
 
     // Entry data lies before the central directory and nowhere else.
     uint8_t header[kLocalHeaderSize];
-    uint64_t dataStart = 0;
     uint64_t dataEnd = 0;
-    if (!AddWithin(entry.localOffset, kLocalHeaderSize, directory_.offset, dataStart) ||
+    if (!AddWithin(entry.localOffset, kLocalHeaderSize, directory_.offset, data.start) ||
         !source_.readAt(entry.localOffset, header, sizeof header) ||
         LoadLe32(header) != kLocalHeaderSignature ||
-        !AddWithin(dataStart, uint64_t{LoadLe16(header + 26)} + LoadLe16(header + 28),
-                   directory_.offset, dataStart) ||
-        !AddWithin(dataStart, entry.compressed, directory_.offset, dataEnd)) {
+        !AddWithin(data.start, uint64_t{LoadLe16(header + 26)} + LoadLe16(header + 28),
+                   directory_.offset, data.start) ||
+        !AddWithin(data.start, entry.compressed, directory_.offset, dataEnd)) {
         FailEntryNotExtracted();
     }
     claimSpan(entry.localOffset, std::max(dataEnd, entry.localOffset + 1));
     if (entry.method == kMethodStored && entry.compressed != entry.uncompressed) {
         FailEntryNotExtracted();
     }
+    return data;
+}
 
-    input_.resize(kChunkSize);
-    output_.resize(kChunkSize);
-    std::unique_ptr<EntryFile> file = target.createFile(*path);
-    if (entry.method == kMethodStored) {
-        copyStored(entry, dataStart, *file);
-    } else {
-        inflateData(entry, dataStart, *file);
+void ZipReader::readData(const ArchiveEntry& entry, const EntryData& data,
+                         std::vector<uint8_t>& bytes) {
+    bytes.resize(static_cast<size_t>(entry.compressed));
+    if (!source_.readAt(data.start, bytes.data(), bytes.size())) {
+        FailEntryNotExtracted();
     }
+}
+
+void ZipReader::extractEntry(const ArchiveEntry& entry, ExtractTarget& target) {
+    const EntryData data = locateData(entry);
+    if (entry.folder) {
+        target.makeFolder(data.path);
+        return;
+    }
+    std::unique_ptr<EntryFile> file = target.createFile(data.path);
+    decoder_.decode(entry, source_, data.start, *file);
     file->commit(entry.time);
 }
 
-void ZipReader::copyStored(const ArchiveEntry& entry, uint64_t dataStart, EntryFile& file) {
+void EntryDecoder::decode(const ArchiveEntry& entry, ByteSource& source, uint64_t start,
+                          EntryFile& file) {
+    input_.resize(kChunkSize);
+    output_.resize(kChunkSize);
+    if (entry.method == kMethodStored) {
+        copyStored(entry, source, start, file);
+    } else {
+        inflateData(entry, source, start, file);
+    }
+}
+
+void EntryDecoder::copyStored(const ArchiveEntry& entry, ByteSource& source, uint64_t dataStart,
+                              EntryFile& file) {
     VerifiedOutput output(entry, file);
     for (uint64_t done = 0; done < entry.compressed;) {
         const size_t length =
             static_cast<size_t>(std::min<uint64_t>(kChunkSize, entry.compressed - done));
-        if (!source_.readAt(dataStart + done, input_.data(), length)) {
+        if (!source.readAt(dataStart + done, input_.data(), length)) {
             FailEntryNotExtracted();
         }
         output.write(input_.data(), length);
@@ -337,7 +356,8 @@ void ZipReader::copyStored(const ArchiveEntry& entry, uint64_t dataStart, EntryF
     output.finish();
 }
 
-void ZipReader::inflateData(const ArchiveEntry& entry, uint64_t dataStart, EntryFile& file) {
+void EntryDecoder::inflateData(const ArchiveEntry& entry, ByteSource& source, uint64_t dataStart,
+                               EntryFile& file) {
     Inflater inflater;
     if (!inflater.ready()) {
         FailEntryNotExtracted();
@@ -349,7 +369,7 @@ void ZipReader::inflateData(const ArchiveEntry& entry, uint64_t dataStart, Entry
         if (stream.avail_in == 0 && consumed < entry.compressed) {
             const size_t length =
                 static_cast<size_t>(std::min<uint64_t>(kChunkSize, entry.compressed - consumed));
-            if (!source_.readAt(dataStart + consumed, input_.data(), length)) {
+            if (!source.readAt(dataStart + consumed, input_.data(), length)) {
                 FailEntryNotExtracted();
             }
             stream.next_in = input_.data();

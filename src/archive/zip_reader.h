@@ -41,6 +41,28 @@ struct DirectoryLocation {
 // followed when its locator is there. Nothing when `source` holds no readable zip archive.
 std::optional<DirectoryLocation> FindCentralDirectory(ByteSource& source);
 
+// Where an entry's data lies, once its header, name and span passed their checks.
+struct EntryData {
+    RelativePath path;   // below the target folder
+    uint64_t start = 0;  // of the stored or deflated bytes in the archive (files only)
+};
+
+// Turns an entry's stored or deflated bytes into its file's content, verifying both sizes and
+// the CRC-32 as the bytes arrive (-50 "Unable to get zip item" on any mismatch). Keeps its
+// buffers from one entry to the next; one decoder per thread.
+class EntryDecoder {
+  public:
+    void decode(const ArchiveEntry& entry, ByteSource& source, uint64_t start, EntryFile& file);
+
+  private:
+    void copyStored(const ArchiveEntry& entry, ByteSource& source, uint64_t start, EntryFile& file);
+    void inflateData(const ArchiveEntry& entry, ByteSource& source, uint64_t start,
+                     EntryFile& file);
+
+    std::vector<uint8_t> input_;
+    std::vector<uint8_t> output_;
+};
+
 class ZipReader {
   public:
     // -43 "Invalid archive path." when FindCentralDirectory finds nothing.
@@ -59,11 +81,14 @@ class ZipReader {
     // does not match, or the target refusing.
     void extractEntry(const ArchiveEntry& entry, ExtractTarget& target);
 
+    // extractEntry in two halves, for decoding elsewhere: every check before the data (with its
+    // failures), then the entry's stored or deflated bytes, as they are, into `bytes`.
+    EntryData locateData(const ArchiveEntry& entry);
+    void readData(const ArchiveEntry& entry, const EntryData& data, std::vector<uint8_t>& bytes);
+
   private:
     bool readCached(uint64_t offset, uint8_t* buffer, size_t length);
     void claimSpan(uint64_t start, uint64_t end);
-    void copyStored(const ArchiveEntry& entry, uint64_t dataStart, EntryFile& file);
-    void inflateData(const ArchiveEntry& entry, uint64_t dataStart, EntryFile& file);
 
     ByteSource& source_;
     OemDecoder decodeOem_;
@@ -72,8 +97,7 @@ class ZipReader {
     std::map<uint64_t, uint64_t> spans_;  // start to end of the bytes entries extracted so far use
     std::vector<uint8_t> window_;         // central directory bytes read ahead
     uint64_t windowOffset_ = 0;
-    std::vector<uint8_t> input_;
-    std::vector<uint8_t> output_;
+    EntryDecoder decoder_;
 };
 
 // The whole unpacking of an archive: count, then each entry read and extracted in order, the

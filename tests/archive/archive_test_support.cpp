@@ -1,6 +1,7 @@
 #include "archive_test_support.h"
 
 #include <fstream>
+#include <mutex>
 #include <random>
 
 #include "archive/memory_io.h"
@@ -21,11 +22,14 @@ std::string Joined(const archive::RelativePath& path) {
     return joined;
 }
 
+// Files are written on several threads at once: the shared record is guarded.
 class RecordedFile : public archive::EntryFile {
   public:
-    RecordedFile(Outcome& outcome, std::string path) : outcome_(outcome), path_(std::move(path)) {}
+    RecordedFile(Outcome& outcome, std::mutex& mutex, std::string path)
+        : outcome_(outcome), mutex_(mutex), path_(std::move(path)) {}
     ~RecordedFile() override {
         if (!committed_) {
+            const std::lock_guard<std::mutex> lock(mutex_);
             ++outcome_.discarded;
         }
     }
@@ -33,12 +37,14 @@ class RecordedFile : public archive::EntryFile {
         content_.append(reinterpret_cast<const char*>(data), length);
     }
     void commit(const archive::EntryTime&) override {
+        const std::lock_guard<std::mutex> lock(mutex_);
         outcome_.tree[path_] = content_;
         committed_ = true;
     }
 
   private:
     Outcome& outcome_;
+    std::mutex& mutex_;
     std::string path_;
     std::string content_;
     bool committed_ = false;
@@ -48,14 +54,16 @@ class RecordingTarget : public archive::ExtractTarget {
   public:
     explicit RecordingTarget(Outcome& outcome) : outcome_(outcome) {}
     void makeFolder(const archive::RelativePath& path) override {
+        const std::lock_guard<std::mutex> lock(mutex_);
         outcome_.tree[Joined(path)] = "<dir>";
     }
     std::unique_ptr<archive::EntryFile> createFile(const archive::RelativePath& path) override {
-        return std::make_unique<RecordedFile>(outcome_, Joined(path));
+        return std::make_unique<RecordedFile>(outcome_, mutex_, Joined(path));
     }
 
   private:
     Outcome& outcome_;
+    std::mutex mutex_;
 };
 
 // Code page 437 is what the OEM code page is on the systems the tests run on; these tests only

@@ -1,10 +1,17 @@
-// The calling thread's side of unpacking failing while the reading worker runs far ahead: the
-// call ends with the target's failure (no hang, the worker joined), the files before the refused
-// one stay, and nothing after it is created.
+// Unpacking failing while the reading worker runs far ahead and the writer pool has files in
+// flight: the call ends with the first failure in archive order (no hang, every thread joined),
+// every file before the failing one is committed, and nothing after it is.
 #include <gtest/gtest.h>
 
+#include <chrono>
+#include <mutex>
+#include <set>
+#include <thread>
+
 #include "archive/archive_failures.h"
+#include "archive/byte_order.h"
 #include "archive/memory_io.h"
+#include "archive/zip_format.h"
 #include "archive/zip_reader.h"
 #include "archive_test_support.h"
 #include "foundation/exception.h"
@@ -16,68 +23,121 @@ std::u16string AsciiOnly(std::string_view bytes) {
     return std::u16string(bytes.begin(), bytes.end());
 }
 
-class CountingFile : public archive::EntryFile {
+struct Ledger {
+    std::mutex mutex;
+    std::set<std::u16string> committed;
+    int created = 0;
+    int discarded = 0;
+};
+
+class LedgerFile : public archive::EntryFile {
   public:
-    CountingFile(int& committed, int& discarded) : committed_(committed), discarded_(discarded) {}
-    ~CountingFile() override {
+    LedgerFile(Ledger& ledger, std::u16string name) : ledger_(ledger), name_(std::move(name)) {}
+    ~LedgerFile() override {
         if (!done_) {
-            ++discarded_;
+            const std::lock_guard<std::mutex> lock(ledger_.mutex);
+            ++ledger_.discarded;
         }
     }
     void write(const uint8_t*, size_t) override {}
     void commit(const archive::EntryTime&) override {
-        ++committed_;
+        const std::lock_guard<std::mutex> lock(ledger_.mutex);
+        ledger_.committed.insert(name_);
         done_ = true;
     }
 
   private:
-    int& committed_;
-    int& discarded_;
+    Ledger& ledger_;
+    std::u16string name_;
     bool done_ = false;
 };
 
-// Refuses its `refuseAt`-th file (counting from 1).
+// Refuses to create the file named `refused`, slowly, so that files after it are done first.
 class RefusingTarget : public archive::ExtractTarget {
   public:
-    explicit RefusingTarget(int refuseAt) : refuseAt_(refuseAt) {}
+    explicit RefusingTarget(std::u16string refused) : refused_(std::move(refused)) {}
     void makeFolder(const archive::RelativePath&) override {}
-    std::unique_ptr<archive::EntryFile> createFile(const archive::RelativePath&) override {
-        if (++created == refuseAt_) {
+    std::unique_ptr<archive::EntryFile> createFile(const archive::RelativePath& path) override {
+        {
+            const std::lock_guard<std::mutex> lock(ledger.mutex);
+            ++ledger.created;
+        }
+        if (path.back() == refused_) {
+            std::this_thread::sleep_for(std::chrono::milliseconds(30));
             archive::FailEntryNotExtracted();
         }
-        return std::make_unique<CountingFile>(committed, discarded);
+        return std::make_unique<LedgerFile>(ledger, path.back());
     }
-    int created = 0;
-    int committed = 0;
-    int discarded = 0;
+    Ledger ledger;
 
   private:
-    int refuseAt_;
+    std::u16string refused_;
 };
 
-TEST(ExtractPipeline, TargetRefusingMidwayStopsTheWorkerAndKeepsWhatCameBefore) {
-    // More entries than the worker may queue ahead, and an entry larger than its byte allowance.
+std::u16string SmallName(int index) {
+    const std::string name = std::to_string(index) + ".txt";
+    return std::u16string(name.begin(), name.end());
+}
+
+// More entries than the worker may queue ahead, then one larger than its byte allowance (which
+// the calling thread writes itself), then more small ones.
+std::vector<uint8_t> ManyThenLargeThenMore() {
     std::vector<Item> items;
     for (int i = 0; i < 6000; ++i) {
-        const std::string name = "small/" + std::to_string(i) + ".txt";
-        items.push_back({std::u16string(name.begin(), name.end()), Text(i % 7, i)});
+        items.push_back({u"small/" + SmallName(i), Text(i % 7, i)});
     }
     items.push_back({u"large.bin", Noise(9 * 1024 * 1024, 3)});
-    const std::vector<uint8_t> bytes = Build(items);
+    for (int i = 6000; i < 6100; ++i) {
+        items.push_back({u"small/" + SmallName(i), Text(i % 7, i)});
+    }
+    return Build(items);
+}
 
-    for (int refuseAt : {1, 2, 5000, 6001}) {
+void ExpectOnlyFilesBefore(const Ledger& ledger, int failingIndex, const std::string& what) {
+    EXPECT_EQ(ledger.committed.size(), static_cast<size_t>(failingIndex)) << what;
+    for (int i = 0; i < failingIndex && i < 6000; ++i) {
+        EXPECT_EQ(ledger.committed.count(SmallName(i)), 1u) << what << " lacks " << i;
+    }
+    // Files made after the failing one, alongside it, were all thrown away.
+    EXPECT_EQ(ledger.discarded, ledger.created - 1 - failingIndex) << what;
+}
+
+TEST(ExtractPipeline, FailingFileEndsTheCallWithEverythingBeforeItAndNothingAfter) {
+    const std::vector<uint8_t> bytes = ManyThenLargeThenMore();
+    for (const auto& [refused, index] :
+         std::vector<std::pair<std::u16string, int>>{{SmallName(0), 0},
+                                                     {SmallName(1), 1},
+                                                     {SmallName(4999), 4999},
+                                                     {u"large.bin", 6000},
+                                                     {SmallName(6050), 6051}}) {
         archive::MemorySource source(bytes);
-        RefusingTarget target(refuseAt);
+        RefusingTarget target(refused);
         try {
             archive::ExtractArchive(source, target, &AsciiOnly);
-            ADD_FAILURE() << "refusing file " << refuseAt << " went unnoticed";
+            ADD_FAILURE() << "refusing file " << index << " went unnoticed";
         } catch (const slib::Exception& failure) {
             EXPECT_EQ(failure.error()->code(), -50);
         }
-        EXPECT_EQ(target.created, refuseAt);
-        EXPECT_EQ(target.committed, refuseAt - 1);
-        EXPECT_EQ(target.discarded, 0);
+        ExpectOnlyFilesBefore(target.ledger, index, "refused " + std::to_string(index));
     }
+}
+
+TEST(ExtractPipeline, DamagedLargeEntryIsRemovedAfterTheFilesBeforeItAreCommitted) {
+    std::vector<uint8_t> bytes = ManyThenLargeThenMore();
+    // The large entry's CRC in its central header (the 6001st header).
+    size_t at = archive::LoadLe32(&bytes[bytes.size() - archive::kEndRecordSize + 16]);
+    for (int i = 0; i < 6000; ++i) {
+        at += archive::kCentralHeaderSize + archive::LoadLe16(&bytes[at + 28]) +
+              archive::LoadLe16(&bytes[at + 30]) + archive::LoadLe16(&bytes[at + 32]);
+    }
+    ASSERT_EQ(bytes[at + 46], 'l');
+    bytes[at + 16] ^= 1;
+    archive::MemorySource source(bytes);
+    RefusingTarget target(u"none");
+    EXPECT_THROW(archive::ExtractArchive(source, target, &AsciiOnly), slib::Exception);
+    EXPECT_EQ(target.ledger.committed.size(), 6000u);
+    EXPECT_EQ(target.ledger.created, 6001);
+    EXPECT_EQ(target.ledger.discarded, 1);  // the large file, written as it arrived
 }
 
 }  // namespace

@@ -124,6 +124,7 @@ std::u16string DiskExtractTarget::join(const RelativePath& path, size_t count) c
 }
 
 void DiskExtractTarget::ensureFolders(const RelativePath& path, size_t count) {
+    const std::lock_guard<std::mutex> lock(foldersMutex_);
     if (!baseReady_) {
         CreateFolderTree(base_);
         baseReady_ = true;
@@ -144,8 +145,9 @@ void DiskExtractTarget::makeFolder(const RelativePath& path) {
 std::unique_ptr<EntryFile> DiskExtractTarget::createFile(const RelativePath& path) {
     ensureFolders(path, path.size() - 1);
     RelativePath temporary(path.begin(), path.end() - 1);
-    // One file is written at a time; the process id keeps two plug-in instances apart.
-    const std::string tag = "~vfzip" + std::to_string(GetCurrentProcessId()) + ".part";
+    // Files are written side by side, and the process id keeps two plug-in instances apart.
+    const std::string tag = "~vfzip" + std::to_string(GetCurrentProcessId()) + "-" +
+                            std::to_string(temporaryCount_++) + ".part";
     temporary.push_back(std::u16string(tag.begin(), tag.end()));
     return std::make_unique<DiskEntryFile>(join(temporary, temporary.size()),
                                            join(path, path.size()));

@@ -4,7 +4,10 @@
 // name is replaced then and only then); its modification time is the entry's. Folders keep the
 // time of their creation.
 
+#include <atomic>
+#include <cstdint>
 #include <memory>
+#include <mutex>
 #include <set>
 #include <string>
 
@@ -24,8 +27,10 @@ class DiskExtractTarget : public ExtractTarget {
     void ensureFolders(const RelativePath& path, size_t count);
 
     std::u16string base_;
+    std::mutex foldersMutex_;  // files are created on several threads
     bool baseReady_ = false;
     std::set<std::u16string> knownFolders_;  // made or found by this extraction
+    std::atomic<uint32_t> temporaryCount_{0};
 };
 
 }  // namespace archive

@@ -62,7 +62,8 @@ FolderWalk WalkFolder(const std::u16string& source) {
             continue;
         }
         WalkedItem walked{listing.relativePath + u"\\" + name,
-                          EntryTimeFromFileTime(item.ftLastWriteTime)};
+                          EntryTimeFromFileTime(item.ftLastWriteTime),
+                          uint64_t{item.nFileSizeHigh} << 32 | item.nFileSizeLow};
         if ((item.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) == 0) {
             walk.files.push_back(std::move(walked));
             continue;

@@ -13,6 +13,7 @@ namespace archive {
 struct WalkedItem {
     std::u16string relativePath;  // "\" then the path below the walked folder: "\sub\a.txt"
     EntryTime time;
+    uint64_t size = 0;  // of a file, as listed (it may change before it is read)
 };
 
 struct FolderWalk {

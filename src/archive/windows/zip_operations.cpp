@@ -3,7 +3,9 @@
 #include <windows.h>
 
 #include <algorithm>
+#include <optional>
 #include <thread>
+#include <vector>
 
 #include "archive/archive_failures.h"
 #include "archive/entry_names.h"
@@ -11,6 +13,7 @@
 #include "archive/windows/disk_extract_target.h"
 #include "archive/windows/folder_walk.h"
 #include "archive/windows/oem_names.h"
+#include "archive/windows/small_file_prefetch.h"
 #include "archive/zip_reader.h"
 #include "archive/zip_writer.h"
 #include "foundation/case_fold.h"
@@ -97,12 +100,28 @@ void CompressItem(const slib::String& source, const slib::String& target) {
             }
             const std::u16string prefix = WithoutTrailingSeparators(source.units()) + u"\\";
             const std::u16string targetName = LastComponent(target.units());
+            std::vector<std::u16string> paths;
+            std::vector<bool> readAhead;
             for (const WalkedItem& item : walk.files) {
-                const std::u16string name = StoredNameFromRelativePath(item.relativePath);
-                FileStream file(prefix +
-                                item.relativePath.substr(item.relativePath.find(u'\\') + 1));
-                // Only a file of the archive's name can be the archive itself.
-                if (slib::EqualsIgnoringCase(LastComponent(item.relativePath), targetName) &&
+                paths.push_back(prefix + item.relativePath.substr(1));
+                // Only a file of the archive's name can be the archive itself: that one is
+                // opened here, to compare it with the archive.
+                readAhead.push_back(
+                    item.size <= SmallFilePrefetch::kLargestFile &&
+                    !slib::EqualsIgnoringCase(LastComponent(item.relativePath), targetName));
+            }
+            SmallFilePrefetch prefetch(paths, readAhead);
+            for (size_t index = 0; index < walk.files.size(); ++index) {
+                const std::u16string name =
+                    StoredNameFromRelativePath(walk.files[index].relativePath);
+                if (std::optional<PrefetchedFile> small = prefetch.take(index)) {
+                    PrefetchedStream content(small->bytes);
+                    zip.addFile(name, small->time, content, small->bytes.size());
+                    continue;
+                }
+                FileStream file(paths[index]);
+                if (slib::EqualsIgnoringCase(LastComponent(walk.files[index].relativePath),
+                                             targetName) &&
                     file.isSameFileAs(archive.handle())) {
                     continue;
                 }

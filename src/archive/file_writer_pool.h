@@ -1,0 +1,72 @@
+#pragma once
+// Small files are decoded, verified, created, written and committed on a few threads at once.
+// Inflate then runs on more than one core, and the waits of each new file on the file system
+// (under Wine, round trips to the server process) overlap. Commits still follow archive order
+// (CommitOrder). The pool holds the encoded bytes of at most kMostQueuedBytes (or one batch)
+// waiting and of kThreads files being written, each small, so its memory is bounded.
+
+#include <condition_variable>
+#include <cstdint>
+#include <deque>
+#include <functional>
+#include <mutex>
+#include <thread>
+#include <vector>
+
+#include "archive/commit_order.h"
+#include "archive/entry_time.h"
+#include "archive/extract_target.h"
+#include "archive/zip_reader.h"
+
+namespace archive {
+
+// One whole file: its entry and the entry's bytes as the archive stores them.
+struct FileJob {
+    uint64_t sequence = 0;
+    RelativePath path;
+    ArchiveEntry entry;
+    std::vector<uint8_t> encoded;
+};
+
+class FileWriterPool {
+  public:
+    static constexpr unsigned kThreads = 3;
+    static constexpr size_t kMostQueued = 256;
+    static constexpr size_t kMostQueuedBytes = 8 * 1024 * 1024;
+
+    // `recycle` takes back each job's bytes once decoded (called on the pool's threads).
+    FileWriterPool(ExtractTarget& target, CommitOrder& order,
+                   std::function<void(std::vector<uint8_t>)> recycle);
+    // Finishes the queued jobs first.
+    ~FileWriterPool();
+    FileWriterPool(const FileWriterPool&) = delete;
+    FileWriterPool& operator=(const FileWriterPool&) = delete;
+
+    // Hands over every job of `jobs` (emptied) at once, waiting while the queue is full.
+    void submit(std::vector<FileJob>& jobs);
+    // Waits until every submitted job is done (committed, failed or abandoned).
+    void drain();
+
+  private:
+    void work();
+    void write(FileJob& job, EntryDecoder& decoder);
+    void stop();
+
+    ExtractTarget& target_;
+    CommitOrder& order_;
+    std::function<void(std::vector<uint8_t>)> recycle_;
+    std::mutex mutex_;
+    std::condition_variable jobQueued_;
+    std::condition_variable jobTaken_;
+    std::condition_variable jobDone_;
+    std::deque<FileJob> queue_;
+    size_t queuedBytes_ = 0;
+    size_t running_ = 0;
+    size_t idleThreads_ = 0;
+    bool submitterWaits_ = false;
+    bool drainerWaits_ = false;
+    bool stopping_ = false;
+    std::vector<std::thread> threads_;
+};
+
+}  // namespace archive

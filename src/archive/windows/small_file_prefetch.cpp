@@ -1,0 +1,144 @@
+#include "archive/windows/small_file_prefetch.h"
+
+#include <algorithm>
+#include <cstring>
+#include <utility>
+
+#include "archive/windows/archive_files.h"
+
+namespace archive {
+
+size_t PrefetchedStream::read(uint8_t* buffer, size_t capacity) {
+    const size_t length = std::min(capacity, bytes_.size() - position_);
+    std::memcpy(buffer, bytes_.data() + position_, length);
+    position_ += length;
+    return length;
+}
+
+SmallFilePrefetch::SmallFilePrefetch(std::vector<std::u16string> paths, std::vector<bool> wanted)
+    : paths_(std::move(paths)), wanted_(std::move(wanted)) {
+    try {
+        for (unsigned i = 0; i < kThreads; ++i) {
+            threads_.emplace_back([this] { work(); });
+        }
+    } catch (...) {
+        stop();
+        throw;
+    }
+}
+
+SmallFilePrefetch::~SmallFilePrefetch() {
+    stop();
+}
+
+void SmallFilePrefetch::stop() {
+    {
+        std::lock_guard<std::mutex> lock(mutex_);
+        stopping_ = true;
+    }
+    roomMade_.notify_all();
+    for (std::thread& thread : threads_) {
+        if (thread.joinable()) {
+            thread.join();
+        }
+    }
+    threads_.clear();
+}
+
+// Wakes go only to a side that waits: under Wine each one is a round trip to the server.
+std::optional<PrefetchedFile> SmallFilePrefetch::take(size_t index) {
+    Result result;
+    bool wakeReaders = false;
+    {
+        std::unique_lock<std::mutex> lock(mutex_);
+        if (wanted_[index]) {
+            if (results_.count(index) == 0) {
+                takerWaits_ = true;
+                resultReady_.wait(lock, [&] { return results_.count(index) != 0; });
+                takerWaits_ = false;
+            }
+            const auto found = results_.find(index);
+            result = std::move(found->second);
+            results_.erase(found);
+            if (result.file) {
+                bytesAhead_ -= result.file->bytes.size();
+            }
+        }
+        nextToTake_ = index + 1;
+        wakeReaders = readersWaiting_ > 0;
+    }
+    if (wakeReaders) {
+        roomMade_.notify_all();
+    }
+    if (result.failure) {
+        std::rethrow_exception(result.failure);
+    }
+    return std::move(result.file);
+}
+
+void SmallFilePrefetch::work() {
+    for (;;) {
+        size_t index = 0;
+        {
+            std::unique_lock<std::mutex> lock(mutex_);
+            for (;;) {
+                while (nextToRead_ < paths_.size() && !wanted_[nextToRead_]) {
+                    ++nextToRead_;
+                }
+                if (stopping_ || nextToRead_ >= paths_.size()) {
+                    return;
+                }
+                if (nextToRead_ < nextToTake_ + kMostFilesAhead && bytesAhead_ < kMostBytesAhead) {
+                    break;
+                }
+                ++readersWaiting_;
+                roomMade_.wait(lock);
+                --readersWaiting_;
+            }
+            index = nextToRead_++;
+        }
+        Result result = read(index);
+        bool wakeTaker = false;
+        {
+            std::lock_guard<std::mutex> lock(mutex_);
+            if (result.file) {
+                bytesAhead_ += result.file->bytes.size();
+            }
+            results_.emplace(index, std::move(result));
+            wakeTaker = takerWaits_;
+        }
+        if (wakeTaker) {
+            resultReady_.notify_all();
+        }
+    }
+}
+
+SmallFilePrefetch::Result SmallFilePrefetch::read(size_t index) const {
+    Result result;
+    try {
+        FileStream file(paths_[index]);
+        // One byte more than listed, so a file that grew since shows it.
+        std::vector<uint8_t> bytes(static_cast<size_t>(std::min(file.size(), kLargestFile)) + 1);
+        size_t length = 0;
+        for (;;) {
+            if (length == bytes.size()) {
+                if (bytes.size() > kLargestFile) {
+                    return result;  // too large now: the writer reads it as it is
+                }
+                bytes.resize(static_cast<size_t>(kLargestFile) + 1);
+            }
+            const size_t got = file.read(bytes.data() + length, bytes.size() - length);
+            if (got == 0) {
+                break;
+            }
+            length += got;
+        }
+        bytes.resize(length);
+        result.file = PrefetchedFile{std::move(bytes), file.time()};
+    } catch (...) {
+        result.failure = std::current_exception();
+    }
+    return result;
+}
+
+}  // namespace archive
