@@ -114,18 +114,8 @@ DeflatePipeline::DeflatePipeline(unsigned workers, int level) {
         blocks_.back()->input.resize(kBlockSize);
         free_.push_back(blocks_.back().get());
     }
-    try {
-        for (unsigned i = 0; i < workers; ++i) {
-            workers_.emplace_back([this, level] { work(level); });
-        }
-    } catch (...) {
-        stop();
-        throw;
-    }
-}
-
-DeflatePipeline::~DeflatePipeline() {
-    stop();
+    threads_.emplace(
+        workers, [this, level] { work(level); }, [this] { stop(); });
 }
 
 void DeflatePipeline::stop() {
@@ -134,12 +124,6 @@ void DeflatePipeline::stop() {
         stopping_ = true;
     }
     workAvailable_.notify_all();
-    for (std::thread& worker : workers_) {
-        if (worker.joinable()) {
-            worker.join();
-        }
-    }
-    workers_.clear();
 }
 
 DeflateBlock* DeflatePipeline::acquire() {

@@ -15,8 +15,10 @@
 #include <deque>
 #include <memory>
 #include <mutex>
-#include <thread>
+#include <optional>
 #include <vector>
+
+#include "foundation/worker_threads.h"
 
 namespace archive {
 
@@ -47,7 +49,6 @@ class DeflatePipeline {
 
     // `workers` threads (at least one), each with its own deflate state at `level`.
     DeflatePipeline(unsigned workers, int level);
-    ~DeflatePipeline();
     DeflatePipeline(const DeflatePipeline&) = delete;
     DeflatePipeline& operator=(const DeflatePipeline&) = delete;
 
@@ -68,7 +69,7 @@ class DeflatePipeline {
     std::condition_variable blockDone_;
     std::deque<DeflateBlock*> queue_;
     bool stopping_ = false;
-    std::vector<std::thread> workers_;
+    std::optional<slib::WorkerThreads> threads_;  // last: the threads end before the blocks
 };
 
 }  // namespace archive

@@ -9,20 +9,11 @@ namespace archive {
 
 FileWriterPool::FileWriterPool(ExtractTarget& target, CommitOrder& order,
                                std::function<void(std::vector<uint8_t>)> recycle)
-    : target_(target), order_(order), recycle_(std::move(recycle)) {
-    try {
-        for (unsigned i = 0; i < kThreads; ++i) {
-            threads_.emplace_back([this] { work(); });
-        }
-    } catch (...) {
-        stop();
-        throw;
-    }
-}
-
-FileWriterPool::~FileWriterPool() {
-    stop();
-}
+    : target_(target),
+      order_(order),
+      recycle_(std::move(recycle)),
+      threads_(
+          kThreads, [this] { work(); }, [this] { stop(); }) {}
 
 void FileWriterPool::stop() {
     {
@@ -30,12 +21,6 @@ void FileWriterPool::stop() {
         stopping_ = true;
     }
     jobQueued_.notify_all();
-    for (std::thread& thread : threads_) {
-        if (thread.joinable()) {
-            thread.join();
-        }
-    }
-    threads_.clear();
 }
 
 void FileWriterPool::submit(std::vector<FileJob>& jobs) {

@@ -10,13 +10,13 @@
 #include <deque>
 #include <functional>
 #include <mutex>
-#include <thread>
 #include <vector>
 
 #include "archive/commit_order.h"
 #include "archive/entry_time.h"
 #include "archive/extract_target.h"
 #include "archive/zip_reader.h"
+#include "foundation/worker_threads.h"
 
 namespace archive {
 
@@ -38,7 +38,6 @@ class FileWriterPool {
     FileWriterPool(ExtractTarget& target, CommitOrder& order,
                    std::function<void(std::vector<uint8_t>)> recycle);
     // Finishes the queued jobs first.
-    ~FileWriterPool();
     FileWriterPool(const FileWriterPool&) = delete;
     FileWriterPool& operator=(const FileWriterPool&) = delete;
 
@@ -66,7 +65,7 @@ class FileWriterPool {
     bool submitterWaits_ = false;
     bool drainerWaits_ = false;
     bool stopping_ = false;
-    std::vector<std::thread> threads_;
+    slib::WorkerThreads threads_;  // last: the threads end before the state they use
 };
 
 }  // namespace archive

@@ -314,7 +314,7 @@ EntryData ZipReader::locateData(const ArchiveEntry& entry) {
 void ZipReader::readData(const ArchiveEntry& entry, const EntryData& data,
                          std::vector<uint8_t>& bytes) {
     bytes.resize(static_cast<size_t>(entry.compressed));
-    if (!source_.readAt(data.start, bytes.data(), bytes.size())) {
+    if (!bytes.empty() && !source_.readAt(data.start, bytes.data(), bytes.size())) {
         FailEntryNotExtracted();
     }
 }

@@ -16,20 +16,10 @@ size_t PrefetchedStream::read(uint8_t* buffer, size_t capacity) {
 }
 
 SmallFilePrefetch::SmallFilePrefetch(std::vector<std::u16string> paths, std::vector<bool> wanted)
-    : paths_(std::move(paths)), wanted_(std::move(wanted)) {
-    try {
-        for (unsigned i = 0; i < kThreads; ++i) {
-            threads_.emplace_back([this] { work(); });
-        }
-    } catch (...) {
-        stop();
-        throw;
-    }
-}
-
-SmallFilePrefetch::~SmallFilePrefetch() {
-    stop();
-}
+    : paths_(std::move(paths)),
+      wanted_(std::move(wanted)),
+      threads_(
+          kThreads, [this] { work(); }, [this] { stop(); }) {}
 
 void SmallFilePrefetch::stop() {
     {
@@ -37,12 +27,6 @@ void SmallFilePrefetch::stop() {
         stopping_ = true;
     }
     roomMade_.notify_all();
-    for (std::thread& thread : threads_) {
-        if (thread.joinable()) {
-            thread.join();
-        }
-    }
-    threads_.clear();
 }
 
 // Wakes go only to a side that waits: under Wine each one is a round trip to the server.

@@ -13,11 +13,11 @@
 #include <mutex>
 #include <optional>
 #include <string>
-#include <thread>
 #include <vector>
 
 #include "archive/archive_io.h"
 #include "archive/entry_time.h"
+#include "foundation/worker_threads.h"
 
 namespace archive {
 
@@ -46,7 +46,6 @@ class SmallFilePrefetch {
 
     // `paths` are absolute; the files whose `wanted` flag is set are read ahead.
     SmallFilePrefetch(std::vector<std::u16string> paths, std::vector<bool> wanted);
-    ~SmallFilePrefetch();
     SmallFilePrefetch(const SmallFilePrefetch&) = delete;
     SmallFilePrefetch& operator=(const SmallFilePrefetch&) = delete;
 
@@ -77,7 +76,7 @@ class SmallFilePrefetch {
     bool takerWaits_ = false;
     size_t readersWaiting_ = 0;
     bool stopping_ = false;
-    std::vector<std::thread> threads_;
+    slib::WorkerThreads threads_;  // last: the threads end before the state they use
 };
 
 }  // namespace archive
