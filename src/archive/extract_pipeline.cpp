@@ -248,6 +248,7 @@ class FileDispatcher {
         }
     }
     void begin(const RelativePath& path) {
+        rethrowPoolFailure();
         flush();
         waitForClashes(path, true);
         streamedSequence_ = sequence_++;

@@ -37,7 +37,7 @@ class FileWriterPool {
     // `recycle` takes back each job's bytes once decoded (called on the pool's threads).
     FileWriterPool(ExtractTarget& target, CommitOrder& order,
                    std::function<void(std::vector<uint8_t>)> recycle);
-    // Finishes the queued jobs first.
+    // Destroying the pool finishes the queued jobs first.
     FileWriterPool(const FileWriterPool&) = delete;
     FileWriterPool& operator=(const FileWriterPool&) = delete;
 
