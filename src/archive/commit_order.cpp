@@ -37,6 +37,7 @@ void CommitOrder::ready(uint64_t sequence, std::unique_ptr<EntryFile> file, cons
             ++next_;
         }
     }
+    // Files after a failure are removed (destroyed uncommitted) once the lock is released.
     std::map<uint64_t, Waiting> dropped;
     if (failure_) {
         dropped.swap(waiting_);
