@@ -64,26 +64,22 @@ def main():
     for i in range(int(2000 * scale)):
         write(os.path.join(root, "small", "part %d" % (i // 200), name(i, ".txt")),
               text(rng, rng.randint(0, 4095)))
-    budget = int(70 * mb * scale)
-    i = 0
-    while budget > 0:
-        size = min(budget, rng.randint(100 * 1024, 2 * mb))
-        write(os.path.join(root, "documents", name(i, ".txt")), text(rng, size))
-        budget -= size
-        i += 1
-    budget = int(35 * mb * scale)
-    while budget > 0:
-        size = min(budget, rng.randint(200 * 1024, 4 * mb))
-        write(os.path.join(root, "tables", name(i, ".dat")), table(rng, size))
-        budget -= size
-        i += 1
-    budget = int(35 * mb * scale)
-    while budget > 0:
-        size = min(budget, rng.randint(50 * 1024, 3 * mb))
-        extension = rng.choice([".jpg", ".png", ".gz", ".zip"])
-        write(os.path.join(root, "media", name(i, extension)), rng.randbytes(size))
-        budget -= size
-        i += 1
+    count = 0
+
+    def fill(folder, megabytes, smallest, largest, extension, content):
+        """Files of `smallest` to `largest` bytes in `folder` until `megabytes` are written."""
+        nonlocal count
+        budget = int(megabytes * mb * scale)
+        while budget > 0:
+            size = min(budget, rng.randint(smallest, largest))
+            write(os.path.join(root, folder, name(count, extension())), content(size))
+            budget -= size
+            count += 1
+
+    fill("documents", 70, 100 * 1024, 2 * mb, lambda: ".txt", lambda size: text(rng, size))
+    fill("tables", 35, 200 * 1024, 4 * mb, lambda: ".dat", lambda size: table(rng, size))
+    fill("media", 35, 50 * 1024, 3 * mb, lambda: rng.choice([".jpg", ".png", ".gz", ".zip"]),
+         rng.randbytes)
     for j in range(max(1, int(20 * scale))):
         write(os.path.join(root, "empty files", name(j, ".txt")), b"")
         os.makedirs(os.path.join(root, "empty folders", name(j, "")), exist_ok=True)

@@ -1,5 +1,6 @@
 #pragma once
-// The byte interfaces over memory, for archives that never touch a disk (tests, the fuzzer).
+// The byte interfaces over memory: archives that never touch a disk (tests, the fuzzer), and
+// small entries and files held whole while they are packed or unpacked.
 
 #include <algorithm>
 #include <cstring>
@@ -40,18 +41,22 @@ class MemoryWriter : public ByteWriter {
     std::vector<uint8_t> bytes;
 };
 
+// Bytes someone else owns, read front to back.
 class MemoryStream : public ByteStream {
   public:
-    explicit MemoryStream(std::string content) : content_(std::move(content)) {}
+    MemoryStream(const uint8_t* data, size_t size) : data_(data), size_(size) {}
+    explicit MemoryStream(const std::string& content)
+        : MemoryStream(reinterpret_cast<const uint8_t*>(content.data()), content.size()) {}
     size_t read(uint8_t* buffer, size_t capacity) override {
-        const size_t length = std::min(capacity, content_.size() - position_);
-        std::memcpy(buffer, content_.data() + position_, length);
+        const size_t length = std::min(capacity, size_ - position_);
+        std::memcpy(buffer, data_ + position_, length);
         position_ += length;
         return length;
     }
 
   private:
-    std::string content_;
+    const uint8_t* data_;
+    size_t size_;
     size_t position_ = 0;
 };
 

@@ -7,9 +7,6 @@ namespace archive {
 
 bool ReadAheadSource::readAt(uint64_t offset, uint8_t* buffer, size_t length) {
     const uint64_t size = source_.size();
-    if (length == 0) {
-        return offset <= size;  // nothing to copy (and `buffer` may be null)
-    }
     if (length > kLargestCachedRead || offset > size || length > size - offset) {
         return source_.readAt(offset, buffer, length);
     }

@@ -1,19 +1,11 @@
 #include "archive/windows/small_file_prefetch.h"
 
 #include <algorithm>
-#include <cstring>
 #include <utility>
 
 #include "archive/windows/archive_files.h"
 
 namespace archive {
-
-size_t PrefetchedStream::read(uint8_t* buffer, size_t capacity) {
-    const size_t length = std::min(capacity, bytes_.size() - position_);
-    std::memcpy(buffer, bytes_.data() + position_, length);
-    position_ += length;
-    return length;
-}
 
 SmallFilePrefetch::SmallFilePrefetch(std::vector<std::u16string> paths, std::vector<bool> wanted)
     : paths_(std::move(paths)),

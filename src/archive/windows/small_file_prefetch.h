@@ -26,17 +26,6 @@ struct PrefetchedFile {
     EntryTime time;
 };
 
-// A whole file in memory as a ByteStream.
-class PrefetchedStream : public ByteStream {
-  public:
-    explicit PrefetchedStream(const std::vector<uint8_t>& bytes) : bytes_(bytes) {}
-    size_t read(uint8_t* buffer, size_t capacity) override;
-
-  private:
-    const std::vector<uint8_t>& bytes_;
-    size_t position_ = 0;
-};
-
 class SmallFilePrefetch {
   public:
     static constexpr uint64_t kLargestFile = 256 * 1024;  // as listed by the walk

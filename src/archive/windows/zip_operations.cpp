@@ -9,6 +9,7 @@
 
 #include "archive/archive_failures.h"
 #include "archive/entry_names.h"
+#include "archive/memory_io.h"
 #include "archive/windows/archive_files.h"
 #include "archive/windows/disk_extract_target.h"
 #include "archive/windows/folder_walk.h"
@@ -115,7 +116,7 @@ void CompressItem(const slib::String& source, const slib::String& target) {
                 const std::u16string name =
                     StoredNameFromRelativePath(walk.files[index].relativePath);
                 if (std::optional<PrefetchedFile> small = prefetch.take(index)) {
-                    PrefetchedStream content(small->bytes);
+                    MemoryStream content(small->bytes.data(), small->bytes.size());
                     zip.addFile(name, small->time, content, small->bytes.size());
                     continue;
                 }
