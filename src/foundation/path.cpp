@@ -62,7 +62,8 @@ std::u16string JoinToAnchor(const Path& anchor, const std::u16string& relative) 
 std::shared_ptr<Path> Path::Parse(const std::u16string& text, const Path& anchor,
                                   const PathSystem& system) {
     if (StartsWith(text, u"~")) {
-        return std::make_shared<Path>(NormalizePath(system.profileFolder() + u"\\" + text.substr(1)));
+        return std::make_shared<Path>(
+            NormalizePath(system.profileFolder() + u"\\" + text.substr(1)));
     }
     std::u16string native = text;
     std::replace(native.begin(), native.end(), u'/', u'\\');
@@ -90,7 +91,8 @@ std::shared_ptr<Path> Path::Parse(const std::u16string& text, const Path& anchor
             // "C:a.txt": below the anchor when it lies on that drive, else below the drive's root.
             const std::u16string rest = normal.substr(2);
             const std::u16string anchorRoot = AnchorRoot(anchor);
-            if (!anchor.isDefaultAnchor() && EqualsIgnoringCase(anchorRoot, normal.substr(0, 2) + u"\\")) {
+            if (!anchor.isDefaultAnchor() &&
+                EqualsIgnoringCase(anchorRoot, normal.substr(0, 2) + u"\\")) {
                 return std::make_shared<Path>(JoinToAnchor(anchor, rest));
             }
             return std::make_shared<Path>(NormalizePath(normal.substr(0, 2) + u"\\" + rest));

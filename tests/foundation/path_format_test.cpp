@@ -97,10 +97,17 @@ TEST_F(PathFormat, AnchorsWithoutSeparatorOrAtTheRootOrAbsent) {
 TEST_F(PathFormat, EveryFormFedBackNamesTheSameItem) {
     const Path anchors[] = {Path(u"C:\\Data\\"), Path(u"\\\\srv\\share\\db"),
                             Path(Path::kDefaultAnchor)};
-    const std::u16string paths[] = {u"C:\\Data\\a.txt", u"C:\\Data\\Sub",   u"C:\\Data",
-                                    u"C:\\Other\\x y.txt", u"C:\\",              u"D:\\Data\\a.txt",
-                                    u"D:\\",               u"\\\\srv\\share\\db\\a", u"\\\\srv\\share\\",
-                                    u"\\\\srv\\other\\a", u"C:\\Data\\~x.txt"};
+    const std::u16string paths[] = {u"C:\\Data\\a.txt",
+                                    u"C:\\Data\\Sub",
+                                    u"C:\\Data",
+                                    u"C:\\Other\\x y.txt",
+                                    u"C:\\",
+                                    u"D:\\Data\\a.txt",
+                                    u"D:\\",
+                                    u"\\\\srv\\share\\db\\a",
+                                    u"\\\\srv\\share\\",
+                                    u"\\\\srv\\other\\a",
+                                    u"C:\\Data\\~x.txt"};
     for (const Path& anchor : anchors) {
         for (const std::u16string& path : paths) {
             for (int style : {0, 1, 2, 4, 7, 16, 17, 18}) {

@@ -73,7 +73,8 @@ TEST(PathNormalForm, RootsAreFoundInTheNormalForm) {
         {u"C:a", {PathRootKind::kDriveRelative, 2}},
         {u"a", {PathRootKind::kRelative, 0}}};
     for (const auto& [path, root] : roots) {
-        EXPECT_EQ(PathRootOf(path).kind, root.kind) << ::testing::PrintToString(std::u16string(path));
+        EXPECT_EQ(PathRootOf(path).kind, root.kind)
+            << ::testing::PrintToString(std::u16string(path));
         EXPECT_EQ(PathRootOf(path).length, root.length)
             << ::testing::PrintToString(std::u16string(path));
     }

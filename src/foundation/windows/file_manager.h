@@ -219,7 +219,6 @@ class FileManager : public Object {
     std::string getMimeType(const String& path) const;
 };
 
-
 // The drive letter a mount without a mount path takes: the first letter from Z down whose bit in
 // `usedDrives` (bit 0 = A, as GetLogicalDrives gives) is clear. With A to Z all in use the search
 // runs past A and yields '@', which the system then refuses as a local name.

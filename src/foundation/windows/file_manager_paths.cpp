@@ -38,8 +38,8 @@ std::shared_ptr<const String> FileManager::toShortPath(const String& path) const
         return std::make_shared<String>(path.units());
     }
     // Asked in the prefixed form, the system answers in it.
-    return std::make_shared<String>(
-        NormalizePath(std::u16string_view(reinterpret_cast<const char16_t*>(buffer.data()), length)));
+    return std::make_shared<String>(NormalizePath(
+        std::u16string_view(reinterpret_cast<const char16_t*>(buffer.data()), length)));
 }
 
 }  // namespace slib
