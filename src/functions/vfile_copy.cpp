@@ -22,6 +22,7 @@ void Copy(const fmlib::FunctionCall& call) {
     const slib::String source = paths.pathArgument(call.args, 0);
     const slib::String target = paths.pathArgument(call.args, 1);
     // Into an existing folder the item keeps its own name: that is the name to be made.
+    slib::RequireUsableNewItem(target);
     slib::RequireUsableNewItem(
         slib::String(slib::long_path::TransferTarget(source.units(), target.units())));
     slib::FileManager().copyItem(source, target);

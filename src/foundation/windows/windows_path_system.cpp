@@ -44,6 +44,13 @@ std::optional<std::u16string> QueryGrowingBuffer(Query query) {
     return std::nullopt;
 }
 
+// The name queries take the prefix, but answer in the form they were asked in: below MAX_PATH
+// they are asked in the plain normal form, which every system version expands reliably.
+std::u16string SystemForm(const std::u16string& path) {
+    const std::u16string normal = NormalizePath(path);
+    return normal.size() < MAX_PATH ? normal : WithLongPathPrefix(normal);
+}
+
 // The queries answer in the prefixed form they were asked in; results are plain paths.
 std::optional<std::u16string> PlainForm(const std::optional<std::u16string>& path) {
     if (!path) {
@@ -72,13 +79,13 @@ class WindowsPathSystem final : public PathSystem {
 
     std::optional<std::u16string> longPathName(const std::u16string& path) const override {
         return PlainForm(QueryGrowingBuffer([&path](wchar_t* buffer, DWORD capacity) {
-            return GetLongPathNameW(Wide(WithLongPathPrefix(path)), buffer, capacity);
+            return GetLongPathNameW(Wide(SystemForm(path)), buffer, capacity);
         }));
     }
 
     std::optional<std::u16string> shortPathName(const std::u16string& path) const override {
         return PlainForm(QueryGrowingBuffer([&path](wchar_t* buffer, DWORD capacity) {
-            return GetShortPathNameW(Wide(WithLongPathPrefix(path)), buffer, capacity);
+            return GetShortPathNameW(Wide(SystemForm(path)), buffer, capacity);
         }));
     }
 
