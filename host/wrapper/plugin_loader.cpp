@@ -37,7 +37,8 @@ void LoadedPlugin::Start(const std::wstring& path, const LoadOptions& options) {
     // A host of this version would not have these exports, and the system's loader refuses a
     // library whose import it cannot satisfy, before the plug-in runs at all.
     for (const std::string& name : ImportsFrom(path, "FMWrapper.dll")) {
-        if (ExportIntroducedIn(name) > options.extnVersion) {
+        const int16_t since = ExportIntroducedIn(name);
+        if (since != 0 && since > options.extnVersion) {
             systemError_ = ERROR_PROC_NOT_FOUND;
             state_ = PluginState::kNotLoaded;
             return;
