@@ -68,7 +68,9 @@ class PathForms : public ItemsTest {
     // answer each; `tag` makes the names of what it writes unique.
     std::vector<std::string> answers(const std::u16string& item, const std::u16string& tag) {
         const std::u16string p = Quoted(item);
-        const std::u16string zip = Quoted(path(u"out\\" + tag + u".zip"));
+        // The archive's own paths are not in normal form either.
+        const std::u16string zip = Quoted(path(u"out\\.\\x\\..\\" + tag + u".zip"));
+        const std::u16string unzipped = Quoted(path(u"out//" + tag + u"-unzipped\\"));
         return {
             call(u"VFile_Get( \"kind\" ; " + p + u" )"),
             call(u"VFile_Get( \"size\" ; " + p + u" )"),
@@ -83,6 +85,7 @@ class PathForms : public ItemsTest {
             call(u"GetAsText( VFile_Get( \"modified\" ; " + p + u" ) )"),
             call(u"VFile_Write( " + p + u" ; \"hello\" )"),
             call(u"VFile_Compress( " + p + u" ; " + zip + u" )"),
+            call(u"VFile_DeCompress( " + zip + u" ; " + unzipped + u" )"),
             call(u"VFile_Copy( " + p + u" ; " + Quoted(path(u"out\\" + tag + u".txt")) + u" )"),
         };
     }
