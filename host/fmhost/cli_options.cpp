@@ -143,7 +143,8 @@ Plug-ins and the database:
                             (default: Untitled.fmp12 in the current folder; need not exist)
   --no-file                 no database: Get(FilePath) fails with error 100
   --network-file URL        a database on a network host: Get(FilePath) gives fmnet:/host/db
-  --extension-version N     the host's extension version sent at init (default 77)
+  --extension-version N     the host's extension version sent at init (default 77); a plug-in
+                            importing an export newer than N is not loaded (system error 127)
   --application-kind N      the application kind sent at init (default 1, desktop)
   --application-version V   Get(ApplicationVersion) and the version sent at init
                             (default "Pro 22.0v1")

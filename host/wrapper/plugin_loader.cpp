@@ -2,9 +2,11 @@
 
 #include <vector>
 
+#include "export_versions.h"
 #include "fault_injection.h"
 #include "fmx_constants.h"
 #include "host_runtime.h"
+#include "module_imports.h"
 #include "record_callbacks.h"
 
 namespace fmwrapper {
@@ -32,6 +34,16 @@ LoadedPlugin::~LoadedPlugin() {
 }
 
 void LoadedPlugin::Start(const std::wstring& path, const LoadOptions& options) {
+    // A host of this version would not have these exports, and the system's loader refuses a
+    // library whose import it cannot satisfy, before the plug-in runs at all.
+    for (const std::string& name : ImportsFrom(path, "FMWrapper.dll")) {
+        const int16_t since = ExportIntroducedIn(name);
+        if (since != 0 && since > options.extnVersion) {
+            systemError_ = ERROR_PROC_NOT_FOUND;
+            state_ = PluginState::kNotLoaded;
+            return;
+        }
+    }
     module_ = LoadLibraryExW(path.c_str(), nullptr, LOAD_WITH_ALTERED_SEARCH_PATH);
     if (module_ == nullptr) {
         systemError_ = GetLastError();

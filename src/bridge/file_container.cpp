@@ -8,22 +8,18 @@
 #include "shell/host_error.h"
 #include "shell/host_text.h"
 #include "shell/host_values.h"
+#include "shell/newer_host_functions.h"
 
 namespace bridge {
 
 namespace {
 
 using FromFileConstructor = FmxBinaryData* (*)(const FmxText&, uint32_t, void*, FmxErr&);
+constexpr int16_t kFromFileConstructorVersion = 54;
 
-// Looked up rather than imported: a host older than extension version 54 lacks it, and an
-// import it cannot satisfy would stop the plug-in from loading there at all.
 FromFileConstructor HostFromFileConstructor() {
-    const HMODULE wrapper = GetModuleHandleW(L"FMWrapper.dll");
-    if (wrapper == nullptr) {
-        return nullptr;
-    }
-    return reinterpret_cast<FromFileConstructor>(
-        reinterpret_cast<void*>(GetProcAddress(wrapper, "FM_BinaryData_Constructor3")));
+    return fmlib::NewerHostFunction<FromFileConstructor>("FM_BinaryData_Constructor3",
+                                                         kFromFileConstructorVersion);
 }
 
 void AddStream(FmxBinaryData& container, const char* type, const slib::Data& bytes) {

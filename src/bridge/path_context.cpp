@@ -6,6 +6,7 @@
 #include "bridge/resolve_path.h"
 #include "foundation/error_codes.h"
 #include "foundation/exception.h"
+#include "foundation/windows/new_item_name.h"
 #include "shell/arguments.h"
 #include "shell/host_data.h"
 
@@ -29,11 +30,17 @@ slib::String PathContext::pathArgument(const FmxDataVect& args, uint32_t index) 
     return slib::String(std::move(resolved));
 }
 
+slib::String PathContext::newItemArgument(const FmxDataVect& args, uint32_t index) {
+    slib::String path = pathArgument(args, index);
+    slib::RequireUsableNewItem(path);
+    return path;
+}
+
 std::pair<slib::String, slib::String> PathContext::sourceAndTarget(const FmxDataVect& args) {
     fmlib::RequireTextParameter(args, 0);
     fmlib::RequireTextParameter(args, 1);
     slib::String source = pathArgument(args, 0);
-    return {std::move(source), pathArgument(args, 1)};
+    return {std::move(source), newItemArgument(args, 1)};
 }
 
 }  // namespace bridge

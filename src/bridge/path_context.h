@@ -25,8 +25,14 @@ class PathContext {
     // not valid path".
     slib::String pathArgument(const FmxDataVect& args, uint32_t index);
 
+    // A path argument naming an item the call may create: pathArgument, then, when nothing is
+    // there yet, a name Windows would not let be used afterwards is refused (-50, the problem
+    // named) before anything is made.
+    slib::String newItemArgument(const FmxDataVect& args, uint32_t index);
+
     // Arguments 0 and 1 as a source and a target path, both checked to be text before either is
-    // resolved, so a wrong second argument fails before the host is asked anything.
+    // resolved, so a wrong second argument fails before the host is asked anything. The target
+    // is a new item (newItemArgument).
     std::pair<slib::String, slib::String> sourceAndTarget(const FmxDataVect& args);
 
   private:

@@ -14,7 +14,7 @@ namespace slib {
 // relative to the anchor.
 struct PathStyle {
     static constexpr int kNative = 0;   // C:\Data\a.txt
-    static constexpr int kUnix = 1;     // /Data/a.txt (drive dropped)
+    static constexpr int kUnix = 1;     // /Data/a.txt (the anchor's drive dropped)
     static constexpr int kWindows = 2;  // C:\Data\a.txt
     static constexpr int kUrl = 4;      // file://C:/Data/a.txt
     static constexpr int kShort = 5;    // C:\PROGRA~1\a.txt
@@ -32,16 +32,16 @@ class Path : public Object {
     // Holds `text` verbatim, without any parsing.
     explicit Path(std::u16string text) : text_(std::move(text)) {}
 
-    // Resolves user text against `anchor`:
-    //   "."              the anchor itself
-    //   "~..."           the profile folder followed by the rest, as typed
+    // Resolves user text against `anchor` into the normal form of NormalizePath:
+    //   "~..."           the profile folder followed by the rest
     //   then, with every "/" read as "\":
-    //   "C:\..."         taken as it is
-    //   "\..."           on drive C:
-    //   "file:\\..."     the URL form, prefix dropped
     //   "fsspec:..."     a short path, expanded to its long form (empty path if that fails)
-    //   anything else    relative: joined to the anchor, then canonicalised. Leading "..\" steps
-    //                    never climb above a drive-rooted anchor, they are dropped.
+    //   "file://..."     the URL form: "file://C:/x", "file:///C:/x", "file:////server/share/x"
+    //                    and "file://server/share/x" (a UNC path)
+    //   "C:\...", "\\server\share\...", "\\?\..."   absolute: taken as they are
+    //   "\..."           on the anchor's drive or share (drive C: without an anchor)
+    //   "C:name"         below the anchor when it lies on that drive, else below the drive's root
+    //   anything else    relative ("." included): below the anchor; its ".." never climbs out.
     // A relative path against kDefaultAnchor throws -50 "Relative paths are not supported in
     // Webdirect.".
     static std::shared_ptr<Path> Parse(const std::u16string& text, const Path& anchor,
@@ -50,9 +50,11 @@ class Path : public Object {
     // Text of the path in one of the PathStyle forms; unknown styles give the native form. Every
     // style but kNative and kHost drops one trailing "/" and then one trailing "\" from results
     // longer than three characters, so a root such as "C:\" keeps its separator.
+    // Each form parses back (with the same anchor) to the same item: kUnix drops the drive only
+    // where it is the anchor's (C: without one); kHost gives "file://server/share/..." for UNC.
     // Relative styles give "." for the anchor itself, the text below the anchor for paths inside
-    // it (compared without regard to case), and the full path in the same separator form for
-    // paths outside it or when the anchor is kDefaultAnchor.
+    // it (compared without regard to case; ".\" before a name starting with "~"), and the full
+    // path in the same separator form for paths outside it or when the anchor is kDefaultAnchor.
     std::shared_ptr<const String> format(int style, const Path& anchor,
                                          const PathSystem& system = DefaultPathSystem()) const;
 

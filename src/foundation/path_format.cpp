@@ -4,6 +4,7 @@
 #include <optional>
 
 #include "foundation/case_fold.h"
+#include "foundation/path_normal_form.h"
 #include "foundation/utf16_string.h"
 
 namespace slib {
@@ -20,8 +21,8 @@ std::optional<std::u16string> RelativeToAnchor(const std::u16string& path, const
     if (anchor.isDefaultAnchor() || anchor.text().empty()) {
         return std::nullopt;
     }
-    std::u16string base = anchor.text();
-    if (base.back() != u'\\') {
+    std::u16string base = NormalizePath(anchor.text());
+    if (base.empty() || base.back() != u'\\') {
         base += u'\\';
     }
     const std::u16string_view baseWithoutSeparator(base.data(), base.size() - 1);
@@ -29,13 +30,38 @@ std::optional<std::u16string> RelativeToAnchor(const std::u16string& path, const
         return u".";
     }
     if (StartsWithIgnoringCase(path, base)) {
-        return path.substr(base.size());
+        // Fed back, "~name" would mean the profile folder: ".\" keeps it a name below the anchor.
+        const std::u16string below = path.substr(base.size());
+        return below[0] == u'~' ? u".\\" + below : below;
     }
     return std::nullopt;
 }
 
+// The drive is dropped only where the rooted form leads back to it: on the anchor's drive (drive
+// C: without an anchor). Other drives and UNC paths keep their root.
+std::u16string UnixFull(const std::u16string& native, const Path& anchor) {
+    const PathRoot root = PathRootOf(native);
+    if (root.kind != PathRootKind::kDrive) {
+        return WithSlashes(native);
+    }
+    std::u16string anchorDrive = u"C:";
+    if (!anchor.isDefaultAnchor()) {
+        const std::u16string anchorPath = NormalizePath(anchor.text());
+        const bool onDrive = PathRootOf(anchorPath).kind == PathRootKind::kDrive;
+        anchorDrive = onDrive ? anchorPath.substr(0, 2) : std::u16string();
+    }
+    if (!EqualsIgnoringCase(std::u16string_view(native).substr(0, 2), anchorDrive)) {
+        return WithSlashes(native);
+    }
+    return WithSlashes(native.substr(2));
+}
+
 std::u16string HostSyntax(const std::u16string& native, const PathSystem& system) {
-    std::u16string text = u"/" + WithSlashes(native);
+    // A UNC path keeps its own "//": "file://server/share/a.txt".
+    std::u16string text = WithSlashes(native);
+    if (PathRootOf(native).kind != PathRootKind::kUnc) {
+        text.insert(0, 1, u'/');
+    }
     if (system.isExistingFolder(native) && text.back() != u'/') {
         text += u'/';
     }
@@ -46,7 +72,7 @@ std::u16string FormText(const std::u16string& native, int style, const Path& anc
                         const PathSystem& system) {
     switch (style) {
         case PathStyle::kUnix:
-            return WithSlashes(native.size() > 2 ? native.substr(2) : std::u16string());
+            return UnixFull(native, anchor);
         case PathStyle::kUrl:
             return u"file://" + WithSlashes(native);
         case PathStyle::kShort:

@@ -20,9 +20,6 @@ class PathSystem {
     virtual std::optional<std::u16string> longPathName(const std::u16string& path) const = 0;
     // Short (8.3) form of an existing path; none when the system gives no short form.
     virtual std::optional<std::u16string> shortPathName(const std::u16string& path) const = 0;
-    // Removes "." and ".." components within the classic 260-character limit; none when the
-    // result does not fit.
-    virtual std::optional<std::u16string> canonicalize(const std::u16string& path) const = 0;
     // True for an existing folder, false for a file or a missing item. Throws slib::Exception
     // -54 "Insufficent file permissions" when the system cannot tell.
     virtual bool isExistingFolder(const std::u16string& path) const = 0;

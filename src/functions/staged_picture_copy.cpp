@@ -35,7 +35,7 @@ uint32_t TargetTypeFromExtension(const std::u16string& path) {
 void CopyPicture(const fmlib::FunctionCall& call, const bridge::PictureOptionMap& options) {
     bridge::PathContext paths(call.env);
     const slib::String source = paths.pathArgument(call.args, 0);
-    const slib::String target = paths.pathArgument(call.args, 1);
+    const slib::String target = paths.newItemArgument(call.args, 1);
 
     const std::shared_ptr<slib::FileConverter> converter = slib::MakeFileConverter();
     const auto width = options.find(u"width");

@@ -45,7 +45,7 @@ uint32_t OutputFormat(const FmxDataVect& args, uint32_t index) {
 void Convert(const fmlib::FunctionCall& call) {
     bridge::PathContext paths(call.env);
     const slib::String source = paths.pathArgument(call.args, 0);
-    const slib::String target = paths.pathArgument(call.args, 1);
+    const slib::String target = paths.newItemArgument(call.args, 1);
     const std::shared_ptr<slib::FileConverter> converter = slib::MakeFileConverter();
 
     uint32_t targetType = slib::FileType::kUnspecified;

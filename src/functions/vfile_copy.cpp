@@ -3,6 +3,8 @@
 #include "bridge/path_context.h"
 #include "bridge/staged_picture_options.h"
 #include "foundation/windows/file_manager.h"
+#include "foundation/windows/long_path_walk.h"
+#include "foundation/windows/new_item_name.h"
 #include "functions/handlers.h"
 #include "functions/staged_picture_copy.h"
 #include "shell/call_frame.h"
@@ -19,6 +21,10 @@ void Copy(const fmlib::FunctionCall& call) {
     bridge::PathContext paths(call.env);
     const slib::String source = paths.pathArgument(call.args, 0);
     const slib::String target = paths.pathArgument(call.args, 1);
+    // Into an existing folder the item keeps its own name: that is the name to be made.
+    slib::RequireUsableNewItem(target);
+    slib::RequireUsableNewItem(
+        slib::String(slib::long_path::TransferTarget(source.units(), target.units())));
     slib::FileManager().copyItem(source, target);
     fmlib::SetResultCode(call.result, 0);
 }

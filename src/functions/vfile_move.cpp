@@ -1,6 +1,8 @@
 // VFile_Move( sourcePath ; targetPath ): renames an item, or moves it into an existing folder.
 #include "bridge/path_context.h"
 #include "foundation/windows/file_manager.h"
+#include "foundation/windows/long_path_walk.h"
+#include "foundation/windows/new_item_name.h"
 #include "functions/handlers.h"
 #include "shell/call_frame.h"
 #include "shell/result.h"
@@ -11,6 +13,10 @@ void Move(const fmlib::FunctionCall& call) {
     bridge::PathContext paths(call.env);
     const slib::String source = paths.pathArgument(call.args, 0);
     const slib::String target = paths.pathArgument(call.args, 1);
+    // Into an existing folder the item keeps its own name: that is the name to be made.
+    slib::RequireUsableNewItem(target);
+    slib::RequireUsableNewItem(
+        slib::String(slib::long_path::TransferTarget(source.units(), target.units())));
     slib::FileManager().moveItem(source, target);
     fmlib::SetResultCode(call.result, 0);
 }

@@ -12,7 +12,7 @@ namespace {
 
 void New(const fmlib::FunctionCall& call) {
     bridge::PathContext paths(call.env);
-    const slib::String path = paths.pathArgument(call.args, 0);
+    const slib::String path = paths.newItemArgument(call.args, 0);
     // An omitted kind makes a folder, not a file.
     int32_t kind = slib::CreateKind::kFolder;
     if (fmlib::DataVectSize(call.args) >= 2) {

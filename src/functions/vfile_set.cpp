@@ -7,6 +7,7 @@
 #include "foundation/exception.h"
 #include "foundation/number.h"
 #include "foundation/windows/file_manager.h"
+#include "foundation/windows/new_item_name.h"
 #include "functions/handlers.h"
 #include "shell/call_frame.h"
 #include "shell/host_data.h"
@@ -61,6 +62,9 @@ void SetItemAttribute(const fmlib::FunctionCall& call) {
     }
     if (fmlib::DataVectSize(call.args) < 3) {
         slib::Throw(slib::kBadParameter, "Not enough parameters");
+    }
+    if (selector <= bridge::kSelectModified) {
+        slib::RequireUsableNewItem(path);  // a date creates the file where nothing is
     }
     slib::FileManager().setAttribute(path, static_cast<uint32_t>(selector),
                                      *NewValue(call.args, selector));

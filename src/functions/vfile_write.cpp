@@ -15,7 +15,7 @@ namespace {
 
 void Write(const fmlib::FunctionCall& call) {
     bridge::PathContext paths(call.env);
-    const slib::String path = paths.pathArgument(call.args, 0);
+    const slib::String path = paths.newItemArgument(call.args, 0);
     const bridge::WriteRequest request = bridge::ParseWriteArguments(call.args);
     const slib::FileManager manager;
     if (manager.getItemKind(path) == slib::ItemKind::kFolder) {

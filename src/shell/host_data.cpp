@@ -2,6 +2,7 @@
 
 #include "shell/borrowed.h"
 #include "shell/host_error.h"
+#include "shell/newer_host_functions.h"
 
 namespace fmlib {
 
@@ -42,8 +43,11 @@ void DataSetAsNumber(FmxData& data, const FmxFixPt& number, int32_t nativeType) 
     HostCall(FM_Data_SetAsNumber, &data, number, nativeType);
 }
 
+// An older host knows fonts by its own ids only: "cannot" (0xFFFF), as the host itself answers.
 uint16_t DataGetPostscriptFontID(const FmxData& data, const FmxText& name, const FmxExprEnv& env) {
-    return HostCall(FM_Data_GetPostscriptFontID, &data, name, env);
+    const auto get = NewerHostFunction<decltype(&FM_Data_GetPostscriptFontID)>(
+        "FM_Data_GetPostscriptFontID", kPostscriptFontsVersion);
+    return get ? HostCall(get, &data, name, env) : uint16_t{0xFFFF};
 }
 
 void DataSetAsTimeStamp(FmxData& data, const FmxDateTime& timestamp, int32_t nativeType) {
@@ -52,7 +56,9 @@ void DataSetAsTimeStamp(FmxData& data, const FmxDateTime& timestamp, int32_t nat
 
 bool DataGetPostscriptFontInfo(const FmxData& data, uint16_t font, FmxText& name,
                                const FmxExprEnv& env) {
-    return HostCall(FM_Data_GetPostscriptFontInfo, &data, font, name, env);
+    const auto get = NewerHostFunction<decltype(&FM_Data_GetPostscriptFontInfo)>(
+        "FM_Data_GetPostscriptFontInfo", kPostscriptFontsVersion);
+    return get != nullptr && HostCall(get, &data, font, name, env);
 }
 
 uint32_t DataVectSize(const FmxDataVect& values) {

@@ -1,16 +1,43 @@
 #include "shell/host_values.h"
 
+#include "fmx_constants.h"
 #include "shell/borrowed.h"
 #include "shell/host_error.h"
+#include "shell/host_objects.h"
+#include "shell/newer_host_functions.h"
 
 namespace fmlib {
+
+namespace {
+
+// What the stream readers answer where the host has no accessor: any non-zero code means none.
+constexpr FmxErrcode kNoStreamAccessor = -1;
+
+}  // namespace
 
 double FixPtAsFloat(const FmxFixPt& number) {
     return HostCall(FM_FixPt_AsFloat, &number);
 }
 
 void FixPtAssignInt64(FmxFixPt& number, int64_t value) {
-    HostCall(FM_FixPt_AssignInt64, &number, value);
+    if (const auto assign = NewerHostFunction<decltype(&FM_FixPt_AssignInt64)>(
+            "FM_FixPt_AssignInt64", kInt64NumbersVersion)) {
+        HostCall(assign, &number, value);
+        return;
+    }
+    // An older host builds it exactly from 32-bit parts: ((high * 2^16) + middle) * 2^16 + low,
+    // where high is the value floored by 2^32 and middle and low are 16-bit digits.
+    const auto high = static_cast<int32_t>(value >> 32);
+    const auto middle = static_cast<int32_t>((value >> 16) & 0xFFFF);
+    const auto low = static_cast<int32_t>(value & 0xFFFF);
+    HostCall(FM_FixPt_AssignInt, &number, high);
+    const FixPtPtr factor = NewFixPt(0x10000, fmx::kDefaultPrecision);
+    const FixPtPtr product = NewFixPt(0, fmx::kDefaultPrecision);
+    for (const int32_t digit : {middle, low}) {
+        HostCall(FM_FixPt_Multiply, &number, *factor, *product);
+        HostCall(FM_FixPt_AssignFixPt, &number, *product);
+        HostCall(FM_FixPt_Increment, &number, digit);
+    }
 }
 
 int16_t DateTimeGetYear(const FmxDateTime& value) {
@@ -60,12 +87,17 @@ FmxErrcode BinaryDataGetData(const FmxBinaryData& data, int32_t index, uint32_t 
     return HostCall(FM_BinaryData_GetData, &data, index, offset, amount, buffer);
 }
 
+// Without the accessors an older host has no way for us to read these streams: "none there".
 FmxErrcode BinaryDataGetFNAMData(const FmxBinaryData& data, FmxText& fileName) {
-    return HostCall(FM_BinaryData_GetFNAMData, &data, fileName);
+    const auto get = NewerHostFunction<decltype(&FM_BinaryData_GetFNAMData)>(
+        "FM_BinaryData_GetFNAMData", kFileNameStreamsVersion);
+    return get ? HostCall(get, &data, fileName) : kNoStreamAccessor;
 }
 
 FmxErrcode BinaryDataGetSIZEData(const FmxBinaryData& data, int16_t& width, int16_t& height) {
-    return HostCall(FM_BinaryData_GetSIZEData, &data, width, height);
+    const auto get = NewerHostFunction<decltype(&FM_BinaryData_GetSIZEData)>(
+        "FM_BinaryData_GetSIZEData", kFileNameStreamsVersion);
+    return get ? HostCall(get, &data, width, height) : kNoStreamAccessor;
 }
 
 FmxErrcode BinaryDataAdd(FmxBinaryData& data, const FmxQuadChar& type, uint32_t amount,
@@ -74,12 +106,17 @@ FmxErrcode BinaryDataAdd(FmxBinaryData& data, const FmxQuadChar& type, uint32_t 
     return HostCall(FM_BinaryData_Add, &data, type, amount, const_cast<void*>(bytes));
 }
 
+// An older host cannot be given these streams: the container goes without them.
 FmxErrcode BinaryDataAddFNAMData(FmxBinaryData& data, const FmxText& fileName) {
-    return HostCall(FM_BinaryData_AddFNAMData, &data, fileName);
+    const auto add = NewerHostFunction<decltype(&FM_BinaryData_AddFNAMData)>(
+        "FM_BinaryData_AddFNAMData", kFileNameStreamsVersion);
+    return add ? HostCall(add, &data, fileName) : 0;
 }
 
 FmxErrcode BinaryDataAddSIZEData(FmxBinaryData& data, int16_t width, int16_t height) {
-    return HostCall(FM_BinaryData_AddSIZEData, &data, width, height);
+    const auto add = NewerHostFunction<decltype(&FM_BinaryData_AddSIZEData)>(
+        "FM_BinaryData_AddSIZEData", kFileNameStreamsVersion);
+    return add ? HostCall(add, &data, width, height) : 0;
 }
 
 uint8_t QuadCharAt(const FmxQuadChar& code, int32_t index) {

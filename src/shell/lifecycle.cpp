@@ -10,6 +10,7 @@
 #include "resources/resource_ids.h"
 #include "shell/extension_version.h"
 #include "shell/licensing.h"
+#include "shell/newer_host_functions.h"
 #include "shell/recheck_timer.h"
 #include "shell/registration.h"
 #include "shell/shell_state.h"
@@ -33,6 +34,7 @@ void HandleInit(FmxExternCallRecord& record) {
         WriteResult(record, fmx::kBadExtnVersion);
         return;
     }
+    RememberHostExtensionVersion(record.extnVersion);
     licensing::Initialize(record.parm1);
     StartRecheckTimer();
     if (!RegisterFunctions()) {

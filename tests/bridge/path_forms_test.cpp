@@ -41,7 +41,8 @@ TEST_F(BridgeTest, AcceptedFormsResolveAgainstTheAnchor) {
                        {u"file:/c:/Data/a.txt", u"c:\\Data\\a.txt"},
                        // No such volume: the text is kept and then read as a relative path.
                        {u"file:/NoSuchVolume/a.txt", u"C:\\Data\\file:\\NoSuchVolume\\a.txt"},
-                       {u"file:/" + unused + u"/a.txt", u"C:\\Data\\file:\\" + unused + u"\\a.txt"},
+                       // A drive letter not mounted here is still that drive.
+                       {u"file:/" + unused + u"/a.txt", unused + u"\\a.txt"},
                        {u"a/b/c.txt", u"C:\\Data\\a\\b\\c.txt"},
                        // Native absolute and URL forms.
                        {u"C:/Data/a.txt", u"C:\\Data\\a.txt"},
@@ -51,7 +52,7 @@ TEST_F(BridgeTest, AcceptedFormsResolveAgainstTheAnchor) {
                        {u"file://C:/x", u"C:\\x"},
                        {u"file://C:/Data/a.txt", u"C:\\Data\\a.txt"},
                        // Relative forms stay inside the anchor.
-                       {u".", u"C:\\Data\\"},
+                       {u".", u"C:\\Data"},
                        {u"a.txt", u"C:\\Data\\a.txt"},
                        {u".\\a.txt", u"C:\\Data\\a.txt"},
                        {u"sub/../b.txt", u"C:\\Data\\b.txt"},
@@ -61,7 +62,7 @@ TEST_F(BridgeTest, AcceptedFormsResolveAgainstTheAnchor) {
                        // The profile folder.
                        {u"~\\Documents", home + u"\\Documents"},
                        {u"~", home},
-                       {u"~/x", home + u"/x"},
+                       {u"~/x", home + u"\\x"},
                    });
     // Without an anchor folder only absolute forms resolve.
     ExpectResolved(slib::Path(slib::Path::kDefaultAnchor),
@@ -89,9 +90,8 @@ TEST_F(BridgeTest, OutputStyles) {
             // Styles without a form of their own give the native one.
             {u"a.txt", u"C:\\Data\\a.txt", 3},
             {u"a.txt", u"C:\\Data\\a.txt", 9},
-            // Only roots of three characters or fewer keep their separator; the native style gives
-            // the path exactly as held.
-            {u".", u"C:\\Data\\", PathStyle::kNative},
+            // Paths are held in normal form: only a root keeps its separator.
+            {u".", u"C:\\Data", PathStyle::kNative},
             {u"C:\\", u"C:\\", PathStyle::kNative},
             {u".", u"C:\\Data", PathStyle::kWindows},
             {u"C:\\", u"C:\\", PathStyle::kWindows},

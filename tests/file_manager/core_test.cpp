@@ -144,10 +144,10 @@ TEST_F(CoreTest, LongPathsAndExactNamesReachTheSystemThroughThePrefix) {
               (std::map<std::u16string, std::string>{{u"folder.", "<dir>"}, {u"file. ", ""}}));
 }
 
-TEST(LongPathPrefix, IsPutInFrontOfThePathAsGiven) {
+TEST(LongPathPrefix, IsPutInFrontOfTheNormalForm) {
     EXPECT_EQ(WithLongPathPrefix(u"C:\\a\\b"), u"\\\\?\\C:\\a\\b");
-    EXPECT_EQ(WithLongPathPrefix(u"\\\\server\\share\\x"), u"\\\\?\\\\\\server\\share\\x");
-    EXPECT_EQ(WithLongPathPrefix(u"C:/a/../b"), u"\\\\?\\C:/a/../b");
+    EXPECT_EQ(WithLongPathPrefix(u"\\\\server\\share\\x"), u"\\\\?\\UNC\\server\\share\\x");
+    EXPECT_EQ(WithLongPathPrefix(u"C:/a/../b"), u"\\\\?\\C:\\b");
 }
 
 TEST_F(CoreTest, SizesOfFilesAndFolderTreesIn64Bits) {

@@ -16,10 +16,7 @@ class FakePathSystem : public PathSystem {
     std::u16string profile = u"C:\\Users\\ada";
     std::map<std::u16string, std::u16string> longNames;
     std::map<std::u16string, std::u16string> shortNames;
-    std::map<std::u16string, std::u16string> canonicalForms;  // absent: returned unchanged
-    std::set<std::u16string> uncanonicalisable;
     std::set<std::u16string> folders;
-    mutable std::optional<std::u16string> lastCanonicalized;
 
     std::u16string currentDirectory() const override { return current; }
     std::u16string profileFolder() const override { return profile; }
@@ -28,13 +25,6 @@ class FakePathSystem : public PathSystem {
     }
     std::optional<std::u16string> shortPathName(const std::u16string& path) const override {
         return Find(shortNames, path);
-    }
-    std::optional<std::u16string> canonicalize(const std::u16string& path) const override {
-        lastCanonicalized = path;
-        if (uncanonicalisable.count(path) != 0) {
-            return std::nullopt;
-        }
-        return Find(canonicalForms, path).value_or(path);
     }
     bool isExistingFolder(const std::u16string& path) const override {
         return folders.count(path) != 0;

@@ -28,7 +28,13 @@ const FormatCase kFormatCases[] = {{u"C:\\Data\\a.txt", 0, u"C:\\Data\\a.txt"},
                                    {u"C:\\Data\\a.txt", 1, u"/Data/a.txt"},
                                    {u"C:\\Data\\", 1, u"/Data"},
                                    {u"C:\\", 1, u"/"},
-                                   {u"C:", 1, u""},
+                                   {u"C:", 1, u"C:"},
+                                   {u"D:\\Data\\a.txt", 1, u"D:/Data/a.txt"},
+                                   {u"\\\\srv\\share\\a.txt", 1, u"//srv/share/a.txt"},
+                                   {u"\\\\srv\\share\\a.txt", 4, u"file:////srv/share/a.txt"},
+                                   {u"\\\\srv\\share\\a.txt", 7, u"file://srv/share/a.txt"},
+                                   {u"C:\\Data\\~x.txt", 16, u".\\~x.txt"},
+                                   {u"C:\\Data\\~x.txt", 17, u"./~x.txt"},
                                    {u"", 1, u""},
                                    {u"C:\\Data\\a.txt", 2, u"C:\\Data\\a.txt"},
                                    {u"C:\\Data\\", 2, u"C:\\Data"},
@@ -83,6 +89,38 @@ TEST_F(PathFormat, AnchorsWithoutSeparatorOrAtTheRootOrAbsent) {
     EXPECT_EQ(format(u"C:\\Data\\a.txt", 16, Path(u"C:\\Data")), u"a.txt");
     EXPECT_EQ(format(u"C:\\x", 16, Path(u"C:\\")), u"x");
     EXPECT_EQ(format(u"C:\\Data\\a.txt", 17, Path(Path::kDefaultAnchor)), u"C:/Data/a.txt");
+}
+
+// Every form VFile_Get hands out, fed back as a path, names the item it came from: on the anchor's
+// drive, on another drive, on a share, at a root, below and beside the anchor. (The short form is
+// the system's own alias of the same item and is not textual.)
+TEST_F(PathFormat, EveryFormFedBackNamesTheSameItem) {
+    const Path anchors[] = {Path(u"C:\\Data\\"), Path(u"\\\\srv\\share\\db"),
+                            Path(Path::kDefaultAnchor)};
+    const std::u16string paths[] = {u"C:\\Data\\a.txt",
+                                    u"C:\\Data\\Sub",
+                                    u"C:\\Data",
+                                    u"C:\\Other\\x y.txt",
+                                    u"C:\\",
+                                    u"D:\\Data\\a.txt",
+                                    u"D:\\",
+                                    u"\\\\srv\\share\\db\\a",
+                                    u"\\\\srv\\share\\",
+                                    u"\\\\srv\\other\\a",
+                                    u"C:\\Data\\~x.txt"};
+    for (const Path& anchor : anchors) {
+        for (const std::u16string& path : paths) {
+            for (int style : {0, 1, 2, 4, 7, 16, 17, 18}) {
+                const std::u16string text = format(path, style, anchor);
+                if (anchor.isDefaultAnchor() && (style & 0x10) != 0 && text[0] == u'.') {
+                    continue;  // relative to nothing: cannot be fed back, and is refused
+                }
+                EXPECT_EQ(Path::Parse(text, anchor, system)->text(), path)
+                    << ::testing::PrintToString(text) << " style " << style << " anchor "
+                    << ::testing::PrintToString(anchor.text());
+            }
+        }
+    }
 }
 
 TEST_F(PathFormat, UnknownStylesAreNativeWithTheTrailingRule) {

@@ -41,10 +41,12 @@ TEST(WindowsPathSystem, TildeIsTheUserProfile) {
               FromWide(profile) + u"\\Documents");
 }
 
-TEST(WindowsPathSystem, CanonicalisesDotsWithinTheClassicLimitAfterJoining) {
-    EXPECT_EQ(realSystem.canonicalize(u"C:\\Data\\.\\x"), u"C:\\Data\\x");
-    EXPECT_EQ(realSystem.canonicalize(u"C:\\Data\\" + std::u16string(300, u'n')), std::nullopt);
+TEST(WindowsPathSystem, ResolvesDotsTextuallyAtAnyLength) {
+    const std::u16string longName(300, u'n');
     const Path anchor(u"C:\\Data\\");
+    EXPECT_EQ(Path::Parse(longName + u"\\..\\.\\x", anchor)->text(), u"C:\\Data\\x");
+    EXPECT_EQ(Path::Parse(u"sub\\" + longName + u"\\.", anchor)->text(),
+              u"C:\\Data\\sub\\" + longName);
     EXPECT_EQ(Path::Parse(u"sub\\.\\x", anchor)->text(), u"C:\\Data\\sub\\x");
     EXPECT_EQ(Path::Parse(u"sub\\..\\x", anchor)->text(), u"C:\\Data\\x");
     EXPECT_EQ(Path::Parse(u"file:/NoSuchVolume/a.txt", anchor)->text(),

@@ -96,20 +96,20 @@ TEST_F(LongPaths, DeepTreesTravelBetweenShortAndLongLocationsBothWays) {
     EXPECT_EQ(snapshot(), (Tree{}));
 }
 
-TEST(LongForm, ResolvesThePathAsThePlainFormWouldThenPrefixesIt) {
+TEST(LongForm, IsTheNormalFormPrefixed) {
     const struct {
         std::u16string given, expected;
     } cases[] = {
         {u"C:\\a\\b", u"\\\\?\\C:\\a\\b"},
-        // The prefixed form takes every character literally: resolve "..", ".", "/", trailing
-        // dots and separators first, or the walk would reach other items than the checks saw.
+        // The prefixed form takes every character literally: resolve "..", ".", "/" and trailing
+        // separators first, or the walk would reach other items than the checks saw.
         {u"C:\\a\\x\\..\\.\\b", u"\\\\?\\C:\\a\\b"},
         {u"C:/a/b", u"\\\\?\\C:\\a\\b"},
-        {u"C:\\a\\b.", u"\\\\?\\C:\\a\\b"},
+        {u"C:\\a\\b.", u"\\\\?\\C:\\a\\b."},  // names are kept exactly
         {u"C:\\a\\b\\\\", u"\\\\?\\C:\\a\\b"},
         {u"C:\\", u"\\\\?\\C:\\"},
         {u"\\\\server\\share\\x", u"\\\\?\\UNC\\server\\share\\x"},
-        {u"\\\\?\\C:\\a\\..\\b", u"\\\\?\\C:\\a\\..\\b"},
+        {u"\\\\?\\C:\\a\\..\\b", u"\\\\?\\C:\\b"},
         {u"C:\\" + std::u16string(300, u'n') + u"\\..\\b", u"\\\\?\\C:\\b"},
     };
     for (const auto& c : cases) {

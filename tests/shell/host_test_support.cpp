@@ -8,10 +8,14 @@
 #include "shell/host_env.h"
 #include "shell/host_error.h"
 #include "shell/host_text.h"
+#include "shell/newer_host_functions.h"
 
 namespace shelltest {
 
-HostFixture::HostFixture() : env_(fmlib::HostCall(FM_ExprEnv_Constructor1)) {}
+HostFixture::HostFixture() : env_(fmlib::HostCall(FM_ExprEnv_Constructor1)) {
+    // What the init message would have told the plug-in: a current host, with every call.
+    fmlib::RememberHostExtensionVersion(77);
+}
 
 fmlib::DataPtr HostFixture::Value(const std::string& calculation) const {
     fmlib::DataPtr data = fmlib::NewData();

@@ -3,9 +3,9 @@
 // and network volumes. It holds no state: each caller makes its own, uses it and lets it go.
 // Every failure throws slib::Exception; nothing is cached between calls.
 //
-// Paths are absolute Windows paths with "\" separators. Operations that open or create an item
-// by name hand the system the "\\?\" long-path form; the kind test, copy/move/delete and the
-// shell actions pass the path as given, since the shell refuses the prefixed form. A copy, move or
+// Paths are absolute Windows paths. Every system call that takes a path is handed
+// WithLongPathPrefix's normal, prefixed form; only the shell (copy/move/delete through
+// SHFileOperationW, the shell actions) refuses the prefix and gets the plain form. A copy, move or
 // delete that would reach a path the shell cannot hold runs on our own long-path walk instead.
 
 #include <cstdint>
@@ -15,6 +15,7 @@
 
 #include "foundation/data.h"
 #include "foundation/object.h"
+#include "foundation/path_normal_form.h"  // WithLongPathPrefix: the form system calls are given
 #include "foundation/utf16_string.h"
 
 namespace slib {
@@ -217,9 +218,6 @@ class FileManager : public Object {
     // unreadable files are read as empty.
     std::string getMimeType(const String& path) const;
 };
-
-// `path` with "\\?\" in front, exactly as given otherwise (no UNC form, no normalisation).
-std::u16string WithLongPathPrefix(const std::u16string& path);
 
 // The drive letter a mount without a mount path takes: the first letter from Z down whose bit in
 // `usedDrives` (bit 0 = A, as GetLogicalDrives gives) is clear. With A to Z all in use the search

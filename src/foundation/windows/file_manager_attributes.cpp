@@ -43,8 +43,9 @@ void SetItemDate(const String& path, uint32_t id, const Object& value) {
     if (!time) {
         Throw(kBadParameter, message);
     }
-    const UniqueFileHandle file(CreateFileW(path.wide(), GENERIC_WRITE, FILE_SHARE_WRITE, nullptr,
-                                            OPEN_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr));
+    const UniqueFileHandle file(CreateFileW(Wide(WithLongPathPrefix(path.units())), GENERIC_WRITE,
+                                            FILE_SHARE_WRITE, nullptr, OPEN_ALWAYS,
+                                            FILE_ATTRIBUTE_NORMAL, nullptr));
     if (!file.valid()) {
         ThrowLastError(message, GetLastError());
     }
@@ -71,7 +72,7 @@ std::shared_ptr<Object> FileManager::getAttribute(const String& path, uint32_t i
             return ItemDate(longPath, id);
         case AttributeId::kSize:
         case AttributeId::kDataSize:
-            return std::make_shared<Number>(static_cast<int64_t>(getItemSize(String(longPath))));
+            return std::make_shared<Number>(static_cast<int64_t>(getItemSize(path)));
         case AttributeId::kResourceSize:
             return std::make_shared<Number>(0);
         case AttributeId::kAvailableSpace:
@@ -118,19 +119,20 @@ void FileManager::setAttribute(const String& path, uint32_t id, const Object& va
 }
 
 uint64_t FileManager::getFreeSpace(const String& path) const {
+    // The call wants a folder ending in "\" (a UNC one must); a file's volume is its folder's.
+    const std::u16string longPath = WithLongPathPrefix(path.units());
+    const std::u16string folder = longPath.back() == u'\\' ? longPath : longPath + u'\\';
     ULARGE_INTEGER availableToCaller;
-    if (GetDiskFreeSpaceExW(path.wide(), &availableToCaller, nullptr, nullptr)) {
+    if (GetDiskFreeSpaceExW(Wide(folder), &availableToCaller, nullptr, nullptr)) {
         return availableToCaller.QuadPart;
     }
     const DWORD error = GetLastError();
-    // Some systems (Wine) take only folders; a file's volume is its folder's.
-    const std::u16string& units = path.units();
-    const size_t separator = units.find_last_of(u'\\');
-    const DWORD attributes = GetFileAttributesW(path.wide());
+    const size_t separator = longPath.find_last_of(u'\\');
+    const DWORD attributes = GetFileAttributesW(Wide(longPath));
     const bool isFile =
         attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) == 0;
     if (isFile && separator != std::u16string::npos &&
-        GetDiskFreeSpaceExW(Wide(units.substr(0, separator + 1)), &availableToCaller, nullptr,
+        GetDiskFreeSpaceExW(Wide(longPath.substr(0, separator + 1)), &availableToCaller, nullptr,
                             nullptr)) {
         return availableToCaller.QuadPart;
     }

@@ -22,8 +22,8 @@ uint32_t file_manager_detail::QueryItemKind(const wchar_t* systemPath) {
 }
 
 uint32_t FileManager::getItemKind(const String& path) const {
-    // No long-path form here: the kind test sees the path exactly as the shell operations will.
-    return file_manager_detail::QueryItemKind(path.wide());
+    return file_manager_detail::QueryItemKind(
+        file_manager_detail::Wide(WithLongPathPrefix(path.units())));
 }
 
 }  // namespace slib

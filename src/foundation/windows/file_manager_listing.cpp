@@ -12,7 +12,7 @@ using file_manager_detail::Wide;
 
 std::vector<std::shared_ptr<const String>> FileManager::listFolder(const String& path) const {
     std::u16string pattern = WithLongPathPrefix(path.units());
-    if (pattern.back() != u'\\') {
+    if (pattern.empty() || pattern.back() != u'\\') {
         pattern += u'\\';
     }
     pattern += u'*';

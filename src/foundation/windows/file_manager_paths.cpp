@@ -1,4 +1,4 @@
-// Path forms the file manager hands out: the long-path form, the profile folder, the 8.3 form.
+// Path forms the file manager hands out: the profile folder, the 8.3 form.
 
 // windows.h first: the other system headers build on its types.
 #include <windows.h>
@@ -16,10 +16,6 @@ namespace slib {
 
 using file_manager_detail::Wide;
 
-std::u16string WithLongPathPrefix(const std::u16string& path) {
-    return u"\\\\?\\" + path;
-}
-
 std::shared_ptr<const String> FileManager::getHomeFolder() const {
     wchar_t buffer[MAX_PATH] = {};
     const HRESULT result = SHGetFolderPathW(nullptr, CSIDL_PROFILE, nullptr, 0, buffer);
@@ -30,17 +26,22 @@ std::shared_ptr<const String> FileManager::getHomeFolder() const {
 }
 
 std::shared_ptr<const String> FileManager::toShortPath(const String& path) const {
-    const DWORD needed = GetShortPathNameW(path.wide(), nullptr, 0);
+    // Below MAX_PATH the plain normal form, which every system version expands reliably.
+    const std::u16string normal = NormalizePath(path.units());
+    const std::u16string longPath = normal.size() < MAX_PATH ? normal : WithLongPathPrefix(normal);
+    const DWORD needed = GetShortPathNameW(Wide(longPath), nullptr, 0);
     if (needed == 0) {
         return std::make_shared<String>(path.units());
     }
     std::vector<wchar_t> buffer(needed + 1, L'\0');
     const DWORD length =
-        GetShortPathNameW(path.wide(), buffer.data(), static_cast<DWORD>(buffer.size()));
+        GetShortPathNameW(Wide(longPath), buffer.data(), static_cast<DWORD>(buffer.size()));
     if (length == 0 || length >= buffer.size()) {
         return std::make_shared<String>(path.units());
     }
-    return String::FromWide(buffer.data(), length);
+    // Asked in the prefixed form, the system answers in it.
+    return std::make_shared<String>(NormalizePath(
+        std::u16string_view(reinterpret_cast<const char16_t*>(buffer.data()), length)));
 }
 
 }  // namespace slib

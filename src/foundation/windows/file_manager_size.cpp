@@ -24,7 +24,8 @@ bool IsDotEntry(const wchar_t* name) {
 
 uint64_t FileManager::getItemSize(const String& path) const {
     WIN32_FILE_ATTRIBUTE_DATA data;
-    if (!GetFileAttributesExW(path.wide(), GetFileExInfoStandard, &data)) {
+    if (!GetFileAttributesExW(Wide(WithLongPathPrefix(path.units())), GetFileExInfoStandard,
+                              &data)) {
         ThrowLastError("Cannot get item size", GetLastError());
     }
     if ((data.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0) {
@@ -38,8 +39,12 @@ uint64_t FileManager::getFolderSize(const String& path) const {
     if (folder.empty() || folder.back() != u'\\') {
         folder += u'\\';
     }
+    std::u16string pattern = WithLongPathPrefix(folder);
+    if (pattern.empty() || pattern.back() != u'\\') {
+        pattern += u'\\';
+    }
     WIN32_FIND_DATAW entry;
-    const UniqueFindHandle search(FindFirstFileW(Wide(folder + u"*"), &entry));
+    const UniqueFindHandle search(FindFirstFileW(Wide(pattern + u"*"), &entry));
     if (!search.valid()) {
         return 0;  // empty, unreadable or missing: nothing to count
     }

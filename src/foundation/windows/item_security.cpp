@@ -1,6 +1,7 @@
 #include "foundation/windows/item_security.h"
 
 #include "foundation/exception.h"
+#include "foundation/path_normal_form.h"
 
 namespace slib {
 namespace security_detail {
@@ -31,8 +32,9 @@ ACCESS_MASK EvaluatedMask(Whose whose, const ItemSecurity& security) {
 }  // namespace
 
 std::vector<wchar_t> PathBuffer(const String& path) {
-    const wchar_t* text = path.wide();
-    return std::vector<wchar_t>(text, text + path.units().size() + 1);
+    const std::u16string longPath = WithLongPathPrefix(path.units());
+    const auto* text = reinterpret_cast<const wchar_t*>(longPath.c_str());
+    return std::vector<wchar_t>(text, text + longPath.size() + 1);
 }
 
 ItemSecurity ReadSecurity(const String& path, SECURITY_INFORMATION parts, const char* message) {

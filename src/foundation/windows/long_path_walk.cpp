@@ -8,6 +8,7 @@
 
 #include "foundation/error_codes.h"
 #include "foundation/exception.h"
+#include "foundation/item_name_rules.h"
 #include "foundation/windows/file_manager.h"
 #include "foundation/windows/file_manager_handles.h"
 #include "foundation/windows/long_path_walk.h"
@@ -208,8 +209,8 @@ std::u16string WithoutTrailingSeparators(std::u16string path) {
 }  // namespace
 
 std::u16string LongForm(const std::u16string& path) {
-    if (path.rfind(u"\\\\?\\", 0) == 0 || path.rfind(u"\\\\.\\", 0) == 0) {
-        return path;
+    if (IsAbsolutePath(NormalizePath(path))) {
+        return WithLongPathPrefix(path);
     }
     std::vector<wchar_t> buffer(path.size() + MAX_PATH);
     DWORD length =
@@ -286,7 +287,8 @@ std::u16string TransferTarget(const std::u16string& source, const std::u16string
 
 bool NeedsWalk(const std::u16string& source, const std::u16string& target) {
     const size_t longest = std::max(source.size(), target.size());
-    if (longest >= kShellLimit) {
+    // The shell would strip a trailing dot or open a device instead of an item others named so.
+    if (longest >= kShellLimit || FindUnusableComponent(source) || FindUnusableComponent(target)) {
         return true;
     }
     if (KindOf(source) != ItemKind::kFolder) {

@@ -16,9 +16,8 @@ namespace long_path {
 // MAX_PATH - 12 (room for an 8.3 name), and the shell creates the folders of a tree in that form.
 constexpr size_t kShellLimit = 248;
 
-// The path the system is given: "\\?\C:\..." or "\\?\UNC\server\share\...", with "." and ".."
-// components, "/" separators and trailing dots resolved first as the plain form would. A path
-// already in a "\\?\" or "\\.\" form comes back as it is.
+// The path the system is given: WithLongPathPrefix of an absolute path; a relative one is made
+// absolute by the system first.
 std::u16string LongForm(const std::u16string& path);
 
 // getItemKind's answers (0 file, 1 folder, 2 none; -54 when it cannot tell) for a path of any

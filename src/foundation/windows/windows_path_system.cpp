@@ -9,6 +9,7 @@
 
 #include "foundation/error_codes.h"
 #include "foundation/exception.h"
+#include "foundation/path_normal_form.h"
 #include "foundation/path_system.h"
 
 namespace slib {
@@ -43,6 +44,21 @@ std::optional<std::u16string> QueryGrowingBuffer(Query query) {
     return std::nullopt;
 }
 
+// The name queries take the prefix, but answer in the form they were asked in: below MAX_PATH
+// they are asked in the plain normal form, which every system version expands reliably.
+std::u16string SystemForm(const std::u16string& path) {
+    const std::u16string normal = NormalizePath(path);
+    return normal.size() < MAX_PATH ? normal : WithLongPathPrefix(normal);
+}
+
+// The queries answer in the prefixed form they were asked in; results are plain paths.
+std::optional<std::u16string> PlainForm(const std::optional<std::u16string>& path) {
+    if (!path) {
+        return std::nullopt;
+    }
+    return NormalizePath(*path);
+}
+
 class WindowsPathSystem final : public PathSystem {
   public:
     std::u16string currentDirectory() const override {
@@ -62,31 +78,22 @@ class WindowsPathSystem final : public PathSystem {
     }
 
     std::optional<std::u16string> longPathName(const std::u16string& path) const override {
-        return QueryGrowingBuffer([&path](wchar_t* buffer, DWORD capacity) {
-            return GetLongPathNameW(Wide(path), buffer, capacity);
-        });
+        return PlainForm(QueryGrowingBuffer([&path](wchar_t* buffer, DWORD capacity) {
+            return GetLongPathNameW(Wide(SystemForm(path)), buffer, capacity);
+        }));
     }
 
     std::optional<std::u16string> shortPathName(const std::u16string& path) const override {
-        return QueryGrowingBuffer([&path](wchar_t* buffer, DWORD capacity) {
-            return GetShortPathNameW(Wide(path), buffer, capacity);
-        });
-    }
-
-    std::optional<std::u16string> canonicalize(const std::u16string& path) const override {
-        wchar_t buffer[MAX_PATH] = {};
-        // Some system versions write past the buffer for inputs that do not fit; never let them.
-        if (path.size() >= MAX_PATH || !PathCanonicalizeW(buffer, Wide(path))) {
-            return std::nullopt;
-        }
-        return FromWide(buffer, wcslen(buffer));
+        return PlainForm(QueryGrowingBuffer([&path](wchar_t* buffer, DWORD capacity) {
+            return GetShortPathNameW(Wide(SystemForm(path)), buffer, capacity);
+        }));
     }
 
     bool isExistingFolder(const std::u16string& path) const override {
         if (path.empty()) {
             return false;
         }
-        const DWORD attributes = GetFileAttributesW(Wide(path));
+        const DWORD attributes = GetFileAttributesW(Wide(WithLongPathPrefix(path)));
         if (attributes != INVALID_FILE_ATTRIBUTES) {
             return (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
         }
