@@ -1,5 +1,6 @@
 #include "archive/deflate_pipeline.h"
 
+#include <libdeflate.h>
 #include <zlib.h>
 
 #include <algorithm>
@@ -171,8 +172,7 @@ void DeflatePipeline::work(int level) {
             block = queue_.front();
             queue_.pop_front();
         }
-        block->crc = static_cast<uint32_t>(
-            crc32(0, block->input.data(), static_cast<uInt>(block->inputLength)));
+        block->crc = libdeflate_crc32(0, block->input.data(), block->inputLength);
         const bool ok = !block->deflate ||
                         (LooksIncompressible(fastest, *block, scratch) ? storing.run(*block)
                                                                        : deflater.run(*block));

@@ -1,5 +1,6 @@
 #include "archive/zip_reader.h"
 
+#include <libdeflate.h>
 #include <zlib.h>
 
 #include <algorithm>
@@ -55,7 +56,7 @@ class VerifiedOutput {
         if (length > entry_.uncompressed - written_) {
             FailEntryNotExtracted();  // more data than the entry claims
         }
-        crc_ = crc32(crc_, data, static_cast<uInt>(length));
+        crc_ = libdeflate_crc32(crc_, data, length);
         written_ += length;
         file_.write(data, length);
     }
@@ -69,7 +70,7 @@ class VerifiedOutput {
     const ArchiveEntry& entry_;
     EntryFile& file_;
     uint64_t written_ = 0;
-    uLong crc_ = crc32(0, nullptr, 0);
+    uint32_t crc_ = 0;
 };
 
 }  // namespace
