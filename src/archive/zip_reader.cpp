@@ -333,13 +333,45 @@ void ZipReader::extractEntry(const ArchiveEntry& entry, ExtractTarget& target) {
 
 void EntryDecoder::decode(const ArchiveEntry& entry, ByteSource& source, uint64_t start,
                           EntryFile& file) {
-    input_.resize(kChunkSize);
-    output_.resize(kChunkSize);
     if (entry.method == kMethodStored) {
+        input_.resize(kChunkSize);
         copyStored(entry, source, start, file);
+    } else if (entry.uncompressed <= kWholeEntryLimit && entry.compressed <= kWholeEntryLimit) {
+        inflateWhole(entry, source, start, file);
     } else {
+        input_.resize(kChunkSize);
+        output_.resize(kChunkSize);
         inflateData(entry, source, start, file);
     }
+}
+
+void EntryDecoder::inflateWhole(const ArchiveEntry& entry, ByteSource& source, uint64_t dataStart,
+                                EntryFile& file) {
+    if (!decompressor_) {
+        decompressor_.reset(libdeflate_alloc_decompressor());
+        if (!decompressor_) {
+            FailEntryNotExtracted();
+        }
+    }
+    const size_t compressed = static_cast<size_t>(entry.compressed);
+    input_.resize(std::max<size_t>(compressed, 1));
+    output_.resize(std::max<size_t>(static_cast<size_t>(entry.uncompressed), 1));
+    if (compressed != 0 && !source.readAt(dataStart, input_.data(), compressed)) {
+        FailEntryNotExtracted();
+    }
+    // The stream must end exactly at the entry's last compressed byte, and its output may not
+    // outgrow the declared size (libdeflate stops there and says so).
+    size_t consumed = 0;
+    size_t produced = 0;
+    if (libdeflate_deflate_decompress_ex(decompressor_.get(), input_.data(), compressed,
+                                         output_.data(), static_cast<size_t>(entry.uncompressed),
+                                         &consumed, &produced) != LIBDEFLATE_SUCCESS ||
+        consumed != compressed) {
+        FailEntryNotExtracted();
+    }
+    VerifiedOutput output(entry, file);
+    output.write(output_.data(), produced);
+    output.finish();
 }
 
 void EntryDecoder::copyStored(const ArchiveEntry& entry, ByteSource& source, uint64_t dataStart,
