@@ -1,5 +1,5 @@
 // fuzz-sources: src/archive/*.cpp src/foundation/*.cpp
-// fuzz-libs: -lz
+// fuzz-libs: -lz -ldeflate
 // The whole unpacking path on an archive held in memory: end records, central directory, names,
 // containment, inflate and verification, into a memory target that only counts what it gets.
 #include <cstddef>

@@ -5,6 +5,8 @@ set -euo pipefail
 
 packages=(
     cmake make g++ zlib1g-dev
+    # libdeflate: Debian's build for the native tests; its source package for the Windows build.
+    libdeflate-dev dpkg-dev
     g++-mingw-w64-x86-64-posix gcc-mingw-w64-x86-64-posix binutils-mingw-w64-x86-64
     libz-mingw-w64-dev
     wine wine64 xvfb
@@ -34,3 +36,5 @@ if [ ${#missing[@]} -gt 0 ]; then
     apt-get -o DPkg::Lock::Timeout=900 update -qq
     apt-get -o DPkg::Lock::Timeout=900 install -y -qq "${missing[@]}" >/dev/null
 fi
+
+"$(dirname "$0")/fetch-libdeflate.sh"

@@ -5,6 +5,8 @@
 // block finishes the stream), so the blocks concatenate into one raw deflate stream that loses
 // almost nothing against deflating the entry in one go. The workers touch only memory and zlib.
 //
+// An entry that fits in one block is deflated whole by libdeflate instead (faster, as small).
+//
 // A fixed set of blocks is reused for the whole archive: memory stays bounded whatever the size
 // of the files, and the caller waits for the oldest block when all are in flight.
 

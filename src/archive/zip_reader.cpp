@@ -1,5 +1,6 @@
 #include "archive/zip_reader.h"
 
+#include <libdeflate.h>
 #include <zlib.h>
 
 #include <algorithm>
@@ -55,7 +56,7 @@ class VerifiedOutput {
         if (length > entry_.uncompressed - written_) {
             FailEntryNotExtracted();  // more data than the entry claims
         }
-        crc_ = crc32(crc_, data, static_cast<uInt>(length));
+        crc_ = libdeflate_crc32(crc_, data, length);
         written_ += length;
         file_.write(data, length);
     }
@@ -69,7 +70,7 @@ class VerifiedOutput {
     const ArchiveEntry& entry_;
     EntryFile& file_;
     uint64_t written_ = 0;
-    uLong crc_ = crc32(0, nullptr, 0);
+    uint32_t crc_ = 0;
 };
 
 }  // namespace
@@ -332,13 +333,45 @@ void ZipReader::extractEntry(const ArchiveEntry& entry, ExtractTarget& target) {
 
 void EntryDecoder::decode(const ArchiveEntry& entry, ByteSource& source, uint64_t start,
                           EntryFile& file) {
-    input_.resize(kChunkSize);
-    output_.resize(kChunkSize);
     if (entry.method == kMethodStored) {
+        input_.resize(kChunkSize);
         copyStored(entry, source, start, file);
+    } else if (entry.uncompressed <= kWholeEntryLimit && entry.compressed <= kWholeEntryLimit) {
+        inflateWhole(entry, source, start, file);
     } else {
+        input_.resize(kChunkSize);
+        output_.resize(kChunkSize);
         inflateData(entry, source, start, file);
     }
+}
+
+void EntryDecoder::inflateWhole(const ArchiveEntry& entry, ByteSource& source, uint64_t dataStart,
+                                EntryFile& file) {
+    if (!decompressor_) {
+        decompressor_.reset(libdeflate_alloc_decompressor());
+        if (!decompressor_) {
+            FailEntryNotExtracted();
+        }
+    }
+    const size_t compressed = static_cast<size_t>(entry.compressed);
+    input_.resize(std::max<size_t>(compressed, 1));
+    output_.resize(std::max<size_t>(static_cast<size_t>(entry.uncompressed), 1));
+    if (compressed != 0 && !source.readAt(dataStart, input_.data(), compressed)) {
+        FailEntryNotExtracted();
+    }
+    // The stream must end exactly at the entry's last compressed byte, and its output may not
+    // outgrow the declared size (libdeflate stops there and says so).
+    size_t consumed = 0;
+    size_t produced = 0;
+    if (libdeflate_deflate_decompress_ex(decompressor_.get(), input_.data(), compressed,
+                                         output_.data(), static_cast<size_t>(entry.uncompressed),
+                                         &consumed, &produced) != LIBDEFLATE_SUCCESS ||
+        consumed != compressed) {
+        FailEntryNotExtracted();
+    }
+    VerifiedOutput output(entry, file);
+    output.write(output_.data(), produced);
+    output.finish();
 }
 
 void EntryDecoder::copyStored(const ArchiveEntry& entry, ByteSource& source, uint64_t dataStart,

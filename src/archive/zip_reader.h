@@ -5,6 +5,8 @@
 // range, loop, or allocate what its headers claim. Stored and deflated entries only; each is
 // verified (CRC-32, both sizes, compressed data consumed exactly) before its file is kept.
 
+#include <libdeflate.h>
+
 #include <cstdint>
 #include <map>
 #include <optional>
@@ -15,6 +17,7 @@
 #include "archive/entry_names.h"
 #include "archive/entry_time.h"
 #include "archive/extract_target.h"
+#include "foundation/unique_resource.h"
 
 namespace archive {
 
@@ -48,19 +51,30 @@ struct EntryData {
 };
 
 // Turns an entry's stored or deflated bytes into its file's content, verifying both sizes and
-// the CRC-32 as the bytes arrive (-50 "Unable to get zip item" on any mismatch). Keeps its
-// buffers from one entry to the next; one decoder per thread.
+// the CRC-32 (-50 "Unable to get zip item" on any mismatch). Keeps its buffers from one entry to
+// the next; one decoder per thread.
 class EntryDecoder {
   public:
+    // A deflated entry up to this size (both sizes) is read whole and inflated in one libdeflate
+    // call into a buffer of its declared size; a larger one streams through zlib, so memory
+    // stays bounded whatever the archive claims.
+    static constexpr uint64_t kWholeEntryLimit = 2u << 20;
+
     void decode(const ArchiveEntry& entry, ByteSource& source, uint64_t start, EntryFile& file);
 
   private:
     void copyStored(const ArchiveEntry& entry, ByteSource& source, uint64_t start, EntryFile& file);
+    void inflateWhole(const ArchiveEntry& entry, ByteSource& source, uint64_t start,
+                      EntryFile& file);
     void inflateData(const ArchiveEntry& entry, ByteSource& source, uint64_t start,
                      EntryFile& file);
 
+    using Decompressor =
+        slib::UniqueResource<libdeflate_decompressor*, &libdeflate_free_decompressor>;
+
     std::vector<uint8_t> input_;
     std::vector<uint8_t> output_;
+    Decompressor decompressor_;
 };
 
 class ZipReader {

@@ -6,6 +6,7 @@
 
 #include "archive/byte_order.h"
 #include "archive/zip_format.h"
+#include "archive/zip_reader.h"
 #include "archive_test_support.h"
 
 namespace archive_test {
@@ -25,9 +26,11 @@ const char* const kNotExtracted = "-50 Unable to get zip item";
 
 const std::string kA = Text(2000, 11);
 const std::string kB = Noise(3000, 12);
+// Past the size up to which entries are inflated whole: the second entry then streams.
+const std::string kLargeB = Text(archive::EntryDecoder::kWholeEntryLimit + 4096, 12);
 
-Bytes TwoEntries() {
-    return Build({{u"a.txt", kA}, {u"b.bin", kB}});
+Bytes TwoEntries(const std::string& second) {
+    return Build({{u"a.txt", kA}, {u"b.bin", second}});
 }
 
 // Offsets of the records of a comment-less archive.
@@ -125,19 +128,36 @@ TEST(Malformed, EachDamageFailsAtItsStepAndKeepsWhatCameBefore) {
          kNotExtracted,
          {},
          1},
+        {"deflate data of the second damaged",
+         [](Bytes& b) {
+             const size_t data = LocalHeader(b, 1) + archive::kLocalHeaderSize +
+                                 LoadLe16(&b[LocalHeader(b, 1) + 26]) +
+                                 LoadLe16(&b[LocalHeader(b, 1) + 28]);
+             for (size_t i = 0; i < 40; ++i) {
+                 b[data + 20 + i] ^= 0x5A;
+             }
+         },
+         kNotExtracted, onlyA, 1},
         {"method other than stored or deflated",
          [](Bytes& b) { StoreLe16(&b[CentralHeader(b, 1) + 10], 12); }, kNotExtracted, onlyA, 0},
         {"encrypted", [](Bytes& b) { b[CentralHeader(b, 1) + 8] |= 1; }, kNotExtracted, onlyA, 0},
     };
-    for (const Case& c : cases) {
-        Bytes bytes = TwoEntries();
-        c.damage(bytes);
-        SaveSeed(std::string("malformed ") + c.name, bytes);
-        const Outcome outcome = Extract(bytes);
-        EXPECT_EQ(outcome.failure, c.failure) << c.name;
-        EXPECT_EQ(outcome.tree, c.extracted) << c.name;
-        // Files after the failing one may have been started alongside it, and were discarded.
-        EXPECT_GE(outcome.discarded, c.discarded) << c.name;
+    // Each damage to the second entry is met once by the whole-entry inflate and once by the
+    // streaming one.
+    for (const std::string* second : {&kB, &kLargeB}) {
+        const std::string size = second == &kB ? " (whole)" : " (streamed)";
+        for (const Case& c : cases) {
+            Bytes bytes = TwoEntries(*second);
+            c.damage(bytes);
+            if (second == &kB) {
+                SaveSeed(std::string("malformed ") + c.name, bytes);
+            }
+            const Outcome outcome = Extract(bytes);
+            EXPECT_EQ(outcome.failure, c.failure) << c.name << size;
+            EXPECT_EQ(outcome.tree, c.extracted) << c.name << size;
+            // Files after the failing one may have been started alongside it, and were discarded.
+            EXPECT_GE(outcome.discarded, c.discarded) << c.name << size;
+        }
     }
 }
 
