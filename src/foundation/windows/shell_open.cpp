@@ -23,8 +23,8 @@ void FileManager::openFile(const String& path) const {
     SHELLEXECUTEINFOW execute{};
     execute.cbSize = sizeof execute;
     // Finished before returning: the COM scope ends right after, which could cancel work the
-    // shell had only queued.
-    execute.fMask = SEE_MASK_NOASYNC;
+    // shell had only queued. No error dialogs, as with ShellExecuteW: failures are reported.
+    execute.fMask = SEE_MASK_NOASYNC | SEE_MASK_FLAG_NO_UI;
     execute.lpVerb = L"open";
     execute.lpFile = path.wide();
     execute.nShow = SW_SHOWNORMAL;
