@@ -1,5 +1,9 @@
 #include "foundation/windows/local_file_time.h"
 
+#include <cstring>
+#include <map>
+#include <mutex>
+
 namespace slib {
 
 namespace {
@@ -29,6 +33,20 @@ ZoneRule RuleOf(const TIME_ZONE_INFORMATION& zone) {
             TransitionOf(zone.DaylightDate)};
 }
 
+// GetTimeZoneInformationForYear reads the registry on every call (over 100 us under Wine, once
+// per zip entry): each year's rule is kept for as long as the machine's zone stays the same.
+// Zip workers convert on threads of their own, hence the lock.
+struct RuleCache {
+    std::mutex mutex;
+    DYNAMIC_TIME_ZONE_INFORMATION zone{};
+    std::map<int64_t, ZoneRule> years;
+};
+
+RuleCache& Cache() {
+    static RuleCache cache;
+    return cache;
+}
+
 std::optional<uint64_t> LocalTicksToUtc(uint64_t ticks) {
     const std::shared_ptr<Date> local = Date::FromFileTimeTicks(ticks);
     const Date utc(LocalToUtcSeconds(local->seconds(), SystemZoneRule), local->microseconds());
@@ -56,6 +74,16 @@ ZoneRule SystemZoneRule(int64_t year) {
     if (GetDynamicTimeZoneInformation(&dynamic) == TIME_ZONE_ID_INVALID) {
         return ZoneRule{};  // the system knows no zone: wall clock and UTC agree
     }
+    RuleCache& cache = Cache();
+    const std::lock_guard<std::mutex> lock(cache.mutex);
+    if (std::memcmp(&cache.zone, &dynamic, sizeof dynamic) != 0) {
+        cache.zone = dynamic;
+        cache.years.clear();
+    }
+    const auto known = cache.years.find(year);
+    if (known != cache.years.end()) {
+        return known->second;
+    }
     TIME_ZONE_INFORMATION zone{};
     // Only years a SYSTEMTIME holds have a rule of their own.
     if (year < 1601 || year > 30827 ||
@@ -71,6 +99,7 @@ ZoneRule SystemZoneRule(int64_t year) {
         rule.standardDate.month = 0;  // "adjust for daylight saving time" is off
         rule.daylightDate.month = 0;
     }
+    cache.years.emplace(year, rule);
     return rule;
 }
 
