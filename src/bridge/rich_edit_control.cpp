@@ -10,6 +10,7 @@
 #include "foundation/error_codes.h"
 #include "foundation/exception.h"
 #include "foundation/rtf_escape.h"
+#include "foundation/windows/rich_edit_library.h"
 
 namespace bridge {
 
@@ -143,8 +144,8 @@ bool RichFormat::operator==(const RichFormat& other) const {
            face == other.face;
 }
 
-RichEditControl::RichEditControl() : library_(LoadLibraryW(L"Msftedit.dll")) {
-    if (!library_.valid()) {
+RichEditControl::RichEditControl() {
+    if (!slib::LoadRichEditLibrary()) {
         ThrowCannotConvert(GetLastError());
     }
     // A message-only window: no display, no message loop needed for the calls below.

@@ -1,5 +1,6 @@
 // The system's rich-edit control ("Msftedit.dll", class "RICHEDIT50W") as an RTF reader and
-// writer: an invisible, message-only window that works without any display.
+// writer: an invisible, message-only window that works without any display. The library is
+// loaded once for the process (rich_edit_library.h).
 #pragma once
 
 #include <cstddef>
@@ -48,7 +49,6 @@ class RichEditControl {
   private:
     RichFormat formatOf(size_t start, size_t end, bool& uniform) const;
 
-    slib::UniqueModule library_;
     slib::UniqueWindow window_;
 };
 

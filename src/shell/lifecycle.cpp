@@ -6,6 +6,7 @@
 #include <cstring>
 
 #include "fmx_constants.h"
+#include "foundation/windows/rich_edit_library.h"
 #include "picture/windows/gdiplus_session.h"
 #include "resources/resource_ids.h"
 #include "shell/extension_version.h"
@@ -51,6 +52,7 @@ void HandleShutdown() {
     UnregisterFunctions();
     StopRecheckTimer();
     slib::ShutdownGdiplus();
+    slib::ReleaseRichEditLibrary();
 }
 
 void HandlePreferences() {

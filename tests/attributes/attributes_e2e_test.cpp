@@ -168,9 +168,10 @@ TEST_F(Attributes, SetAnswersNothingOrReportsCodeAndMessage) {
         {uR"(VFile_Set( "created" ; "folder" ; GetAsTimestamp ( "1/1/2020 0:00" ) ))",
          Failed(2400, "Cannot modify file creation date")},
         {uR"(VFile_Set( "modified" ; "old.txt" ; GetAsTimestamp ( "1/1/1500 0:00" ) ))",
-         Failed(-50, "Cannot modify file modification date")},
-        // The account lookup stops at its size query (see the manager's tests).
-        {uR"(VFile_Set( "owner" ; "a.txt" ; "root" ))", Failed(2400, "No such account")},
+         Failed(-50, "The file cannot keep this date")},
+        {uR"(VFile_Set( "owner" ; "a.txt" ; "no-such-account-vf" ))",
+         Failed(2400, "No such account")},
+        {uR"(VFile_Set( "owner" ; "a.txt" ; VFile_Get( "owner" ; "a.txt" ) ))", done},
         {uR"(VFile_Set( "group-rights" ; "missing" ; "read" ))",
          Failed(-43, "Cannot set new group rights")},
         {uR"(VFile_Set( "MODIFIED" ; "a.txt" ; GetAsTimestamp ( "3/4/2022 5:06:07.125" ) ))", done},

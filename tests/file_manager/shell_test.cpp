@@ -4,7 +4,12 @@
 
 #include <windows.h>
 
+#include <objbase.h>
+
+#include <thread>
+
 #include "foundation/error_codes.h"
+#include "foundation/windows/single_threaded_apartment.h"
 #include "scratch_folder.h"
 
 namespace slib {
@@ -111,6 +116,47 @@ TEST_F(OpenFileTest, OpensThroughTheFileAssociationOrReportsWhy) {
                   Failure(kUnclassified, "Cannot open file in the default application"));
     }
     EXPECT_FALSE(exists(u"record.txt"));
+}
+
+// Where a shell dialog's work runs: in a single-threaded apartment always; on the caller's thread
+// unless the caller is already in the multithreaded apartment, which it then keeps.
+TEST(SingleThreadedApartment, TheWorkGetsOneWhateverTheCallersApartment) {
+    struct Seen {
+        DWORD thread = 0;
+        APTTYPE type = APTTYPE_CURRENT;
+    };
+    const auto run = [] {
+        Seen seen;
+        RunInSingleThreadedApartment([&] {
+            seen.thread = GetCurrentThreadId();
+            APTTYPEQUALIFIER qualifier;
+            CoGetApartmentType(&seen.type, &qualifier);
+        });
+        return seen;
+    };
+    const auto apartment = [] {
+        APTTYPE type = APTTYPE_CURRENT;
+        APTTYPEQUALIFIER qualifier;
+        return SUCCEEDED(CoGetApartmentType(&type, &qualifier)) ? type : APTTYPE_CURRENT;
+    };
+    std::thread multithreaded([&] {
+        ASSERT_TRUE(SUCCEEDED(CoInitializeEx(nullptr, COINIT_MULTITHREADED)));
+        const Seen seen = run();
+        EXPECT_NE(seen.thread, GetCurrentThreadId());
+        EXPECT_TRUE(seen.type == APTTYPE_STA || seen.type == APTTYPE_MAINSTA) << seen.type;
+        EXPECT_EQ(apartment(), APTTYPE_MTA);
+        EXPECT_THROW(RunInSingleThreadedApartment([] { Throw(kUnclassified, "inside"); }),
+                     Exception);
+        CoUninitialize();
+    });
+    multithreaded.join();
+    std::thread plain([&] {
+        const Seen seen = run();
+        EXPECT_EQ(seen.thread, GetCurrentThreadId());
+        EXPECT_TRUE(seen.type == APTTYPE_STA || seen.type == APTTYPE_MAINSTA) << seen.type;
+        EXPECT_EQ(apartment(), APTTYPE_CURRENT) << "COM left as it was found";
+    });
+    plain.join();
 }
 
 }  // namespace

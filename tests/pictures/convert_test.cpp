@@ -35,6 +35,19 @@ TEST_F(Convert, ScalesByTheRequestedSides) {
     }
 }
 
+TEST_F(Convert, ScalingKeepsAWhiteBorderWhite) {
+    writeFile(u"framed.png", MakeFramedPicture(200, 160));
+    // Down, up, and each side its own way: the filter near the edges sees the edge's own white.
+    for (const char16_t* options :
+         {u"; \"width\" ; 37 ; \"height\" ; 29", u"; \"width\" ; 613 ; \"height\" ; 487",
+          u"; \"width\" ; 90 ; \"height\" ; 400"}) {
+        ASSERT_EQ(
+            call(u"VFile_Convert( \"framed.png\" ; \"out.png\" " + std::u16string(options) + u" )"),
+            Succeeded());
+        EXPECT_GE(DarkestEdgeChannel(*readFile(u"out.png")), 250) << Narrow(options);
+    }
+}
+
 TEST_F(Convert, TurnsEveryExifOrientationUprightAndDropsTheTag) {
     for (uint16_t orientation = 1; orientation <= 8; ++orientation) {
         SCOPED_TRACE(orientation);

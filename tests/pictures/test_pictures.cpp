@@ -1,5 +1,6 @@
 #include "test_pictures.h"
 
+#include <algorithm>
 #include <cstring>
 #include <vector>
 
@@ -52,6 +53,47 @@ std::string MakePicture(const wchar_t* mimeType, int width, int height, uint16_t
         bytes = SpliceAfterStart(bytes, ExifApp1(orientation, bigEndianExif, 2));
     }
     return bytes;
+}
+
+std::string MakeFramedPicture(int width, int height) {
+    slib::StartGdiplus();
+    std::vector<uint32_t> pixels(static_cast<size_t>(width) * height, 0xFFFFFFFF);
+    for (int y = height / 4; y < height * 3 / 4; ++y) {
+        for (int x = width / 4; x < width * 3 / 4; ++x) {
+            pixels[static_cast<size_t>(y) * width + x] = 0xFF000000;
+        }
+    }
+    slib::UniqueGdipBitmap bitmap;
+    gdip::GdipCreateBitmapFromScan0(width, height, width * 4, PixelFormat32bppARGB,
+                                    reinterpret_cast<BYTE*>(pixels.data()), bitmap.put());
+    return Bytes(slib::EncodePicture(bitmap.get(), L"image/png"));
+}
+
+int DarkestEdgeChannel(const std::string& bytes) {
+    const slib::UniqueGdipBitmap bitmap =
+        slib::DecodePicture(std::vector<uint8_t>(bytes.begin(), bytes.end()));
+    UINT width = 0, height = 0;
+    if (!bitmap || gdip::GdipGetImageWidth(bitmap.get(), &width) != Gdiplus::Ok ||
+        gdip::GdipGetImageHeight(bitmap.get(), &height) != Gdiplus::Ok) {
+        return -1;
+    }
+    int darkest = 255;
+    const auto look = [&](UINT x, UINT y) {
+        Gdiplus::ARGB pixel = 0;
+        gdip::GdipBitmapGetPixel(bitmap.get(), x, y, &pixel);
+        for (int shift = 0; shift <= 24; shift += 8) {
+            darkest = std::min(darkest, static_cast<int>((pixel >> shift) & 0xFF));
+        }
+    };
+    for (UINT x = 0; x < width; ++x) {
+        look(x, 0);
+        look(x, height - 1);
+    }
+    for (UINT y = 0; y < height; ++y) {
+        look(0, y);
+        look(width - 1, y);
+    }
+    return darkest;
 }
 
 std::string Describe(const std::string& bytes) {

@@ -20,6 +20,12 @@ std::string MakePicture(const wchar_t* mimeType, int width, int height, uint16_t
 // nearest of R, G, B, Y at each quadrant's centre ("?" for none), "no picture" when undecodable.
 std::string Describe(const std::string& bytes);
 
+// A PNG, white with a black square in its middle half: the border is white all round.
+std::string MakeFramedPicture(int width, int height);
+// The lowest channel (0 to 255; alpha counts too: a border faded towards transparent is no
+// longer white) among the outermost pixels of a picture; -1 when undecodable.
+int DarkestEdgeChannel(const std::string& bytes);
+
 // Base64 of the bytes, for building containers with Base64Decode in a calculation.
 std::u16string Base64(const std::string& bytes);
 

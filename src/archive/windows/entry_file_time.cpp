@@ -1,5 +1,7 @@
 #include "archive/windows/entry_file_time.h"
 
+#include "foundation/windows/local_file_time.h"
+
 namespace archive {
 
 namespace {
@@ -16,10 +18,11 @@ EntryTime EntryTimeFromFileTime(const FILETIME& time) {
     ticks.HighPart = time.dwHighDateTime;
     entry.hasUnixTime = true;
     entry.unixTime = (static_cast<int64_t>(ticks.QuadPart) - kUnixEpochTicks) / kTicksPerSecond;
-    FILETIME local;
+    // The DOS fields in the local time of the file's own date, as the file's dates show.
+    const std::optional<FILETIME> local = slib::UtcFileTimeToLocal(time);
     WORD date = 0;
     WORD dosTime = 0;
-    if (FileTimeToLocalFileTime(&time, &local) && FileTimeToDosDateTime(&local, &date, &dosTime)) {
+    if (local && FileTimeToDosDateTime(&*local, &date, &dosTime)) {
         entry.dosDate = date;
         entry.dosTime = dosTime;
     }
@@ -36,9 +39,8 @@ std::optional<FILETIME> FileTimeFromEntryTime(const EntryTime& time) {
         return result;
     }
     FILETIME local;
-    if (DosDateTimeToFileTime(time.dosDate, time.dosTime, &local) &&
-        LocalFileTimeToFileTime(&local, &result)) {
-        return result;
+    if (DosDateTimeToFileTime(time.dosDate, time.dosTime, &local)) {
+        return slib::LocalFileTimeToUtc(local);
     }
     return std::nullopt;
 }

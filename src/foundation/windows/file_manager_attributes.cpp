@@ -33,25 +33,78 @@ std::shared_ptr<Object> ItemDate(const std::u16string& longPath, uint32_t id) {
     return date;
 }
 
+constexpr char kUnstorableDate[] = "The file cannot keep this date";
+
+uint64_t Ticks(const FILETIME& time) {
+    return (static_cast<uint64_t>(time.dwHighDateTime) << 32) | time.dwLowDateTime;
+}
+
+const FILETIME& TimeOf(const WIN32_FILE_ATTRIBUTE_DATA& data, uint32_t id) {
+    return id == AttributeId::kCreated ? data.ftCreationTime : data.ftLastWriteTime;
+}
+
+// Whether the volume keeps `time` as set: file systems round (FAT to two seconds) and some stop
+// at a year far short of the file time's range (ext4 at 2446).
+bool KeptAsSet(const std::u16string& longPath, uint32_t id, const FILETIME& time) {
+    constexpr uint64_t kRounding = 2 * Date::kFileTimeTicksPerSecond;
+    WIN32_FILE_ATTRIBUTE_DATA data;
+    if (!GetFileAttributesExW(Wide(longPath), GetFileExInfoStandard, &data)) {
+        return false;
+    }
+    const uint64_t kept = Ticks(TimeOf(data, id));
+    const uint64_t asked = Ticks(time);
+    return (kept > asked ? kept - asked : asked - kept) <= kRounding;
+}
+
+// Removes a file this call created once its handle is closed, when the date could not be kept.
+struct CreatedFileCleanup {
+    std::u16string longPath;
+    bool remove = false;
+    ~CreatedFileCleanup() {
+        if (remove) {
+            DeleteFileW(Wide(longPath));
+        }
+    }
+};
+
 // Opens the item as a file (so a missing one is created empty, and a folder is refused) and sets
-// one of its times. The date is converted first: a date without a file time creates nothing.
+// one of its times. The date is converted first: a date without a file time creates nothing. The
+// time is read back: one the volume cannot keep is refused, and the old time (or the absence of
+// the file) restored.
 void SetItemDate(const String& path, uint32_t id, const Object& value) {
     const char* message = id == AttributeId::kCreated ? "Cannot modify file creation date"
                                                       : "Cannot modify file modification date";
     const auto* date = dynamic_cast<const Date*>(&value);
-    const std::optional<FILETIME> time = date ? LocalDateToFileTime(*date) : std::nullopt;
-    if (!time) {
+    if (date == nullptr) {
         Throw(kBadParameter, message);
     }
-    const UniqueFileHandle file(CreateFileW(Wide(WithLongPathPrefix(path.units())), GENERIC_WRITE,
-                                            FILE_SHARE_WRITE, nullptr, OPEN_ALWAYS,
-                                            FILE_ATTRIBUTE_NORMAL, nullptr));
+    const std::optional<FILETIME> time = LocalDateToFileTime(*date);
+    if (!time) {
+        Throw(kBadParameter, kUnstorableDate);
+    }
+    const std::u16string longPath = WithLongPathPrefix(path.units());
+    WIN32_FILE_ATTRIBUTE_DATA before{};
+    const bool existed = GetFileAttributesExW(Wide(longPath), GetFileExInfoStandard, &before);
+    CreatedFileCleanup cleanup{longPath};
+    const UniqueFileHandle file(CreateFileW(Wide(longPath), GENERIC_WRITE, FILE_SHARE_WRITE,
+                                            nullptr, OPEN_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr));
     if (!file.valid()) {
         ThrowLastError(message, GetLastError());
     }
-    const FILETIME* creation = id == AttributeId::kCreated ? &*time : nullptr;
-    const FILETIME* lastWrite = id == AttributeId::kModified ? &*time : nullptr;
-    SetFileTime(file.get(), creation, nullptr, lastWrite);
+    const bool creation = id == AttributeId::kCreated;
+    if (!SetFileTime(file.get(), creation ? &*time : nullptr, nullptr,
+                     creation ? nullptr : &*time)) {
+        cleanup.remove = !existed;
+        ThrowLastError(message, GetLastError());
+    }
+    if (!KeptAsSet(longPath, id, *time)) {
+        const FILETIME& old = TimeOf(before, id);
+        if (existed) {
+            SetFileTime(file.get(), creation ? &old : nullptr, nullptr, creation ? nullptr : &old);
+        }
+        cleanup.remove = !existed;
+        Throw(kBadParameter, kUnstorableDate);
+    }
 }
 
 uint32_t RightsArgument(const Object& value) {

@@ -30,18 +30,19 @@ uint32_t QueryItemKind(const wchar_t* systemPath);
 class ComScope {
   public:
     ComScope()
-        : initialised_(SUCCEEDED(
-              CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED | COINIT_DISABLE_OLE1DDE))) {}
+        : result_(CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED | COINIT_DISABLE_OLE1DDE)) {}
     ~ComScope() {
-        if (initialised_) {
+        if (SUCCEEDED(result_)) {
             CoUninitialize();
         }
     }
+    // The thread was already in the multithreaded apartment.
+    bool inOtherApartment() const { return result_ == RPC_E_CHANGED_MODE; }
     ComScope(const ComScope&) = delete;
     ComScope& operator=(const ComScope&) = delete;
 
   private:
-    bool initialised_;
+    HRESULT result_;
 };
 
 }  // namespace file_manager_detail

@@ -4,6 +4,7 @@
 #include <windows.h>
 
 #include <aclapi.h>
+#include <sddl.h>
 
 #include <vector>
 
@@ -18,21 +19,31 @@ using namespace security_detail;
 namespace {
 
 uint32_t GetRights(const String& path, Whose whose) {
-    const char* message = "Cannot read file security info";
-    const ItemSecurity security = ReadSecurity(path, RightsParts(whose), message);
-    return RightsFromAccessMask(EffectiveMask(whose, security, message));
+    const ItemSecurity security =
+        ReadSecurity(path, RightsParts(whose), "Cannot read file security info");
+    return RightsFromAccessMask(EffectiveMask(whose, security));
 }
 
+// Writes a DACL only when a right is really missing: any write lets the system redo what it
+// derives from the DACL (Wine the Unix mode, Windows the inherited entries).
 void AddRights(const String& path, Whose whose, uint32_t rights, const char* message) {
     const ItemSecurity security = ReadSecurity(path, RightsParts(whose), message);
-    const UniqueAcl merged = DaclAddingRights(whose, security, rights, message);
-    if (!merged) {
+    std::vector<BYTE> dacl = DaclAddingRights(whose, security, rights, message);
+    if (dacl.empty()) {
         return;
     }
+    // The DACL keeps its protection from inheritance, whichever it had.
+    SECURITY_DESCRIPTOR_CONTROL control = 0;
+    DWORD revision = 0;
+    GetSecurityDescriptorControl(security.descriptor.get(), &control, &revision);
+    const SECURITY_INFORMATION parts =
+        DACL_SECURITY_INFORMATION |
+        ((control & SE_DACL_PROTECTED) != 0 ? PROTECTED_DACL_SECURITY_INFORMATION
+                                            : UNPROTECTED_DACL_SECURITY_INFORMATION);
     std::vector<wchar_t> buffer = PathBuffer(path);
     const DWORD result =
-        SetNamedSecurityInfoW(buffer.data(), SE_FILE_OBJECT, DACL_SECURITY_INFORMATION, nullptr,
-                              nullptr, merged.get(), nullptr);
+        SetNamedSecurityInfoW(buffer.data(), SE_FILE_OBJECT, parts, nullptr, nullptr,
+                              reinterpret_cast<PACL>(dacl.data()), nullptr);
     if (result != ERROR_SUCCESS) {
         ThrowLastError(message, result);
     }
@@ -59,23 +70,54 @@ std::shared_ptr<const String> AccountName(const String& path, bool owner) {
     return String::FromWide(name.data(), nameLength);
 }
 
-void SetAccount(const String& path, const String& accountName, bool owner) {
+bool LooksLikeSidString(const std::u16string& name) {
+    return name.size() > 2 && (name[0] == u'S' || name[0] == u's') && name[1] == u'-';
+}
+
+// The SID an account name stands for: a SID string ("S-1-5-32-544") as it is, a name ("jane",
+// "OFFICE\jane") through the account lookup. Its first call only asks for the sizes and
+// fails by design with ERROR_INSUFFICIENT_BUFFER; any other answer means no such account.
+std::vector<BYTE> AccountSid(const String& name) {
+    const char* message = "No such account";
+    if (LooksLikeSidString(name.units())) {
+        PSID converted = nullptr;
+        if (ConvertStringSidToSidW(name.wide(), &converted)) {
+            const UniqueLocalMemory owned(converted);
+            const auto* bytes = static_cast<const BYTE*>(converted);
+            return std::vector<BYTE>(bytes, bytes + GetLengthSid(converted));
+        }
+    }
+    if (name.units().empty()) {
+        ThrowLastError(message, ERROR_NONE_MAPPED);  // the system would name the computer
+    }
     DWORD sidSize = 0;
     DWORD domainSize = 0;
     SID_NAME_USE use;
-    // The size query itself must succeed; a refusal there is taken as an unknown account.
-    if (!LookupAccountNameW(nullptr, accountName.wide(), nullptr, &sidSize, nullptr, &domainSize,
-                            &use)) {
-        ThrowLastError("No such account", GetLastError());
+    if (!LookupAccountNameW(nullptr, name.wide(), nullptr, &sidSize, nullptr, &domainSize, &use)) {
+        const DWORD error = GetLastError();
+        if (error != ERROR_INSUFFICIENT_BUFFER) {
+            ThrowLastError(message, error);
+        }
+    }
+    if (sidSize == 0) {
+        ThrowLastError(message, ERROR_NONE_MAPPED);
     }
     std::vector<BYTE> sid(sidSize);
     std::vector<wchar_t> domain(domainSize + 1);
-    LookupAccountNameW(nullptr, accountName.wide(), sid.data(), &sidSize, domain.data(),
-                       &domainSize, &use);
+    domainSize = static_cast<DWORD>(domain.size());
+    if (!LookupAccountNameW(nullptr, name.wide(), sid.data(), &sidSize, domain.data(), &domainSize,
+                            &use)) {
+        ThrowLastError(message, GetLastError());
+    }
+    return sid;
+}
+
+void SetAccount(const String& path, const String& accountName, bool owner) {
+    std::vector<BYTE> sid = AccountSid(accountName);
     std::vector<wchar_t> buffer = PathBuffer(path);
     const SECURITY_INFORMATION part =
         owner ? OWNER_SECURITY_INFORMATION : GROUP_SECURITY_INFORMATION;
-    PSID newSid = sid.empty() ? nullptr : sid.data();
+    PSID newSid = sid.data();
     const DWORD result =
         SetNamedSecurityInfoW(buffer.data(), SE_FILE_OBJECT, part, owner ? newSid : nullptr,
                               owner ? nullptr : newSid, nullptr, nullptr);

@@ -9,12 +9,12 @@
 #include "foundation/windows/file_manager.h"
 #include "foundation/windows/file_manager_handles.h"
 #include "foundation/windows/interactive_desktop.h"
+#include "foundation/windows/single_threaded_apartment.h"
 
 namespace slib {
 
 using file_manager_detail::CancelledChoice;
 using file_manager_detail::ChosenPaths;
-using file_manager_detail::ComScope;
 using file_manager_detail::RequireInteractiveDesktop;
 
 namespace {
@@ -37,12 +37,9 @@ int CALLBACK OnFolderDialogEvent(HWND dialog, UINT event, LPARAM, LPARAM data) {
     return 0;
 }
 
-}  // namespace
-
-ChosenPaths FileManager::chooseFolder(const std::shared_ptr<const String>& folder,
-                                      const std::shared_ptr<const String>& title) const {
-    RequireInteractiveDesktop();
-    const ComScope com;
+// The dialog itself, in the single-threaded apartment the caller provides.
+ChosenPaths BrowseForFolder(const std::shared_ptr<const String>& folder,
+                            const std::shared_ptr<const String>& title) {
     const FolderDialogStart start{title ? title->wide() : L"Choose Directory...",
                                   folder ? folder->wide() : nullptr};
     wchar_t displayName[MAX_PATH] = {};
@@ -64,6 +61,16 @@ ChosenPaths FileManager::chooseFolder(const std::shared_ptr<const String>& folde
         return {};
     }
     return {String::FromWide(path)};
+}
+
+}  // namespace
+
+ChosenPaths FileManager::chooseFolder(const std::shared_ptr<const String>& folder,
+                                      const std::shared_ptr<const String>& title) const {
+    RequireInteractiveDesktop();
+    ChosenPaths result;
+    RunInSingleThreadedApartment([&] { result = BrowseForFolder(folder, title); });
+    return result;
 }
 
 }  // namespace slib

@@ -8,22 +8,35 @@ namespace security_detail {
 
 namespace {
 
+PSID EveryonePsid() {
+    static SidBytes everyone = EveryoneSid();
+    return everyone.data();
+}
+
+PSID TrusteeSid(Whose whose, const ItemSecurity& security) {
+    switch (whose) {
+        case Whose::kOwner:
+            return security.owner;
+        case Whose::kGroup:
+            return security.group;
+        default:
+            return EveryonePsid();
+    }
+}
+
 SidBytes BytesOf(PSID sid) {
     const auto* bytes = static_cast<const uint8_t*>(sid);
     return SidBytes(bytes, bytes + GetLengthSid(sid));
 }
 
-// What the system answers where GetEffectiveRightsFromAclW is not implemented (Wine): the same
-// evaluation over the entries, for the trustee's SID and Everyone.
+// What the system answers where GetEffectiveRightsFromAclW cannot: the same evaluation over the
+// entries, for the trustee's SID and Everyone.
 ACCESS_MASK EvaluatedMask(Whose whose, const ItemSecurity& security) {
     if (security.dacl == nullptr) {
         return ~ACCESS_MASK{0};  // no DACL: everyone may do everything
     }
     std::vector<SidBytes> sids{EveryoneSid()};
-    PSID own = whose == Whose::kOwner   ? security.owner
-               : whose == Whose::kGroup ? security.group
-                                        : nullptr;
-    if (own != nullptr) {
+    if (PSID own = TrusteeSid(whose, security); own != nullptr) {
         sids.push_back(BytesOf(own));
     }
     return EffectiveAccessMask(EntriesOf(security.dacl), sids);
@@ -61,20 +74,12 @@ SECURITY_INFORMATION RightsParts(Whose whose) {
 }
 
 TRUSTEE_W Trustee(Whose whose, const ItemSecurity& security) {
-    static wchar_t everyone[] = L"EVERYONE";
     TRUSTEE_W trustee{};
     trustee.pMultipleTrustee = nullptr;
     trustee.MultipleTrusteeOperation = NO_MULTIPLE_TRUSTEE;
-    if (whose == Whose::kEveryone) {
-        trustee.TrusteeForm = TRUSTEE_IS_NAME;
-        trustee.TrusteeType = TRUSTEE_IS_GROUP;
-        trustee.ptstrName = everyone;
-    } else {
-        trustee.TrusteeForm = TRUSTEE_IS_SID;
-        trustee.TrusteeType = whose == Whose::kOwner ? TRUSTEE_IS_USER : TRUSTEE_IS_GROUP;
-        trustee.ptstrName =
-            static_cast<LPWSTR>(whose == Whose::kOwner ? security.owner : security.group);
-    }
+    trustee.TrusteeForm = TRUSTEE_IS_SID;
+    trustee.TrusteeType = whose == Whose::kOwner ? TRUSTEE_IS_USER : TRUSTEE_IS_GROUP;
+    trustee.ptstrName = static_cast<LPWSTR>(TrusteeSid(whose, security));
     return trustee;
 }
 
@@ -104,42 +109,72 @@ std::vector<AccessEntry> EntriesOf(PACL dacl) {
     return entries;
 }
 
-ACCESS_MASK EffectiveMask(Whose whose, const ItemSecurity& security, const char* message) {
+ACCESS_MASK EffectiveMask(Whose whose, const ItemSecurity& security) {
     // Without a DACL, or without the trustee's SID (file systems that keep no security), there
     // is nothing the system could look up.
-    if (security.dacl == nullptr || (whose == Whose::kOwner && security.owner == nullptr) ||
-        (whose == Whose::kGroup && security.group == nullptr)) {
+    if (security.dacl == nullptr || TrusteeSid(whose, security) == nullptr) {
         return EvaluatedMask(whose, security);
     }
     TRUSTEE_W trustee = Trustee(whose, security);
     ACCESS_MASK mask = 0;
-    const DWORD result = GetEffectiveRightsFromAclW(security.dacl, &trustee, &mask);
-    if (result == ERROR_INVALID_FUNCTION || result == ERROR_CALL_NOT_IMPLEMENTED) {
+    if (GetEffectiveRightsFromAclW(security.dacl, &trustee, &mask) != ERROR_SUCCESS) {
         return EvaluatedMask(whose, security);
-    }
-    if (result != ERROR_SUCCESS) {
-        ThrowLastError(message, result);
     }
     return mask;
 }
 
-UniqueAcl DaclAddingRights(Whose whose, const ItemSecurity& security, uint32_t rights,
-                           const char* message) {
-    if (security.dacl == nullptr) {
-        return UniqueAcl();  // everyone may do everything already; a new DACL would restrict
+std::vector<BYTE> DaclAddingRights(Whose whose, const ItemSecurity& security, uint32_t rights,
+                                   const char* message) {
+    PSID sid = TrusteeSid(whose, security);
+    if (security.dacl == nullptr || sid == nullptr) {
+        return {};  // no DACL: everyone may do everything already; a new one would restrict
     }
-    EXPLICIT_ACCESS_W access{};
-    access.grfAccessPermissions =
-        AccessMaskAddingRights(EffectiveMask(whose, security, message), rights);
-    access.grfAccessMode = GRANT_ACCESS;
-    access.grfInheritance = NO_INHERITANCE;
-    access.Trustee = Trustee(whose, security);
-    UniqueAcl merged;
-    const DWORD result = SetEntriesInAclW(1, &access, security.dacl, merged.put());
-    if (result != ERROR_SUCCESS) {
-        ThrowLastError(message, result);
+    const ACCESS_MASK held = EffectiveMask(whose, security);
+    const ACCESS_MASK missing = AccessMaskAddingRights(held, rights) & ~held;
+    if (missing == 0) {
+        return {};
     }
-    return merged;
+    ACL_SIZE_INFORMATION size{};
+    if (!GetAclInformation(security.dacl, &size, sizeof size, AclSizeInformation)) {
+        ThrowLastError(message, GetLastError());
+    }
+    const DWORD revision = security.dacl->AclRevision;
+    std::vector<BYTE> buffer(size.AclBytesInUse + sizeof(ACCESS_ALLOWED_ACE) + GetLengthSid(sid));
+    auto* acl = reinterpret_cast<PACL>(buffer.data());
+    bool granted = false;
+    auto grant = [&] {
+        granted = AddAccessAllowedAceEx(acl, revision, 0, missing, sid) != FALSE;
+        return granted;
+    };
+    bool ok = InitializeAcl(acl, static_cast<DWORD>(buffer.size()), revision) != FALSE;
+    for (DWORD index = 0; ok && index < size.AceCount; ++index) {
+        void* ace = nullptr;
+        ok = GetAce(security.dacl, index, &ace) != FALSE;
+        if (!ok) {
+            break;
+        }
+        const auto* header = static_cast<const ACE_HEADER*>(ace);
+        // Explicit entries come before inherited ones: a new grant goes last among them.
+        if (!granted && (header->AceFlags & INHERITED_ACE) != 0 && !grant()) {
+            ok = false;
+            break;
+        }
+        ok = AddAce(acl, revision, MAXDWORD, ace, header->AceSize) != FALSE;
+        // The trustee's own plain grant on this item takes the missing rights in place.
+        if (ok && !granted && header->AceType == ACCESS_ALLOWED_ACE_TYPE && header->AceFlags == 0 &&
+            EqualSid(&static_cast<ACCESS_ALLOWED_ACE*>(ace)->SidStart, sid)) {
+            void* copy = nullptr;
+            ok = GetAce(acl, index, &copy) != FALSE;
+            if (ok) {
+                static_cast<ACCESS_ALLOWED_ACE*>(copy)->Mask |= missing;
+                granted = true;
+            }
+        }
+    }
+    if (!ok || (!granted && !grant())) {
+        ThrowLastError(message, GetLastError());
+    }
+    return buffer;
 }
 
 }  // namespace security_detail

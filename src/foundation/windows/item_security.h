@@ -32,20 +32,24 @@ std::vector<wchar_t> PathBuffer(const String& path);
 ItemSecurity ReadSecurity(const String& path, SECURITY_INFORMATION parts, const char* message);
 // The parts the rights of `whose` are read from: its SID (owner or group) and the DACL.
 SECURITY_INFORMATION RightsParts(Whose whose);
-// Everyone by the name "EVERYONE"; the owner and the group by the SID of the descriptor.
+// Everyone by its well-known SID (names are translated on localised systems); the owner and the
+// group by the SID of the descriptor.
 TRUSTEE_W Trustee(Whose whose, const ItemSecurity& security);
 
 // The allowed and denied entries of an ACL, in order.
 std::vector<AccessEntry> EntriesOf(PACL dacl);
-// GetEffectiveRightsFromAclW for the trustee. Where the system does not implement it (Wine
-// answers ERROR_INVALID_FUNCTION), the same evaluation is made over the DACL's entries for the
-// trustee's SID and Everyone. Any other refusal throws `message` with the returned code.
-ACCESS_MASK EffectiveMask(Whose whose, const ItemSecurity& security, const char* message);
-// A new DACL: the old one merged with one grant to the trustee of its effective mask plus the
-// rights in `rights`, not inherited; none for an item without a DACL, which grants everything.
-// A refusal throws `message` with the returned code.
-UniqueAcl DaclAddingRights(Whose whose, const ItemSecurity& security, uint32_t rights,
-                           const char* message);
+// GetEffectiveRightsFromAclW for the trustee. Whenever the system cannot answer (Wine does not
+// implement it; a DACL it finds invalid; a SID it cannot resolve), the same evaluation is made
+// over the DACL's entries for the trustee's SID and Everyone.
+ACCESS_MASK EffectiveMask(Whose whose, const ItemSecurity& security);
+// The DACL that also grants the trustee the rights of `rights` it does not hold yet: every entry
+// of the old one kept as it is (inherited ones stay inherited), the missing rights added to the
+// trustee's own explicit grant or, without one, in a new explicit grant placed before the
+// inherited entries. Empty when nothing is missing or the item has no DACL (which grants
+// everything): then nothing is to be written.
+// A refusal while building it throws `message` with the system's code.
+std::vector<BYTE> DaclAddingRights(Whose whose, const ItemSecurity& security, uint32_t rights,
+                                   const char* message);
 
 }  // namespace security_detail
 }  // namespace slib

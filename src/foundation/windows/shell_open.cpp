@@ -20,10 +20,15 @@ using file_manager_detail::Wide;
 void FileManager::openFile(const String& path) const {
     // Associations may be shell extensions that need COM on this thread.
     const ComScope com;
-    const HINSTANCE result =
-        ShellExecuteW(nullptr, L"open", path.wide(), nullptr, nullptr, SW_SHOWNORMAL);
-    // ShellExecuteW reports through a fake instance handle: above 32 means started.
-    if (reinterpret_cast<INT_PTR>(result) <= 32) {
+    SHELLEXECUTEINFOW execute{};
+    execute.cbSize = sizeof execute;
+    // Finished before returning: the COM scope ends right after, which could cancel work the
+    // shell had only queued. No error dialogs, as with ShellExecuteW: failures are reported.
+    execute.fMask = SEE_MASK_NOASYNC | SEE_MASK_FLAG_NO_UI;
+    execute.lpVerb = L"open";
+    execute.lpFile = path.wide();
+    execute.nShow = SW_SHOWNORMAL;
+    if (!ShellExecuteExW(&execute)) {
         Throw(kUnclassified, "Cannot open file in the default application");
     }
 }

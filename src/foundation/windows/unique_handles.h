@@ -56,13 +56,20 @@ inline void DeleteGdipGraphics(Gdiplus::GpGraphics* graphics) {
 inline void ReleaseStream(IStream* stream) {
     stream->Release();
 }
+inline void DisposeGdipImageAttributes(Gdiplus::GpImageAttributes* attributes) {
+    Gdiplus::DllExports::GdipDisposeImageAttributes(attributes);
+}
 // A GDI+ bitmap (decoded picture or one we draw into).
 using UniqueGdipBitmap = UniqueResource<Gdiplus::GpBitmap*, &DisposeGdipBitmap>;
 // A GDI+ drawing context on a bitmap.
 using UniqueGdipGraphics = UniqueResource<Gdiplus::GpGraphics*, &DeleteGdipGraphics>;
+// How a picture is drawn (its wrap mode at the edges).
+using UniqueGdipImageAttributes =
+    UniqueResource<Gdiplus::GpImageAttributes*, &DisposeGdipImageAttributes>;
 // A COM stream (memory streams that pictures are decoded from and encoded into).
 using UniqueStream = UniqueResource<IStream*, &ReleaseStream>;
-// The process's GDI+ start-up token.
+// The process's GDI+ start-up token. Never a static object: its destructor would run at DLL
+// detach, where GDI+ must not be shut down.
 using UniqueGdiplusToken = UniqueResource<ULONG_PTR, &Gdiplus::GdiplusShutdown>;
 
 }  // namespace slib

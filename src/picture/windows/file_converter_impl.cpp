@@ -48,9 +48,27 @@ Gdiplus::GpStatus DrawScaled(Gdiplus::GpBitmap* source, Gdiplus::GpBitmap* targe
     if (status != Gdiplus::Ok) {
         return status;
     }
+    // Bicubic filtering reads beyond the picture's edges; by default it finds transparent black
+    // there and darkens every border. Mirrored tiling gives it the edge's own pixels instead.
+    UniqueGdipImageAttributes attributes;
+    status = gdip::GdipCreateImageAttributes(attributes.put());
+    if (status != Gdiplus::Ok) {
+        return status;
+    }
+    status = gdip::GdipSetImageAttributesWrapMode(attributes.get(), Gdiplus::WrapModeTileFlipXY, 0,
+                                                  FALSE);
+    if (status != Gdiplus::Ok) {
+        return status;
+    }
+    UINT width = 0;
+    UINT height = 0;
+    gdip::GdipGetImageWidth(source, &width);
+    gdip::GdipGetImageHeight(source, &height);
     gdip::GdipSetInterpolationMode(graphics.get(), Gdiplus::InterpolationModeHighQualityBicubic);
     gdip::GdipSetPixelOffsetMode(graphics.get(), Gdiplus::PixelOffsetModeHighQuality);
-    return gdip::GdipDrawImageRectI(graphics.get(), source, 0, 0, size.width, size.height);
+    return gdip::GdipDrawImageRectRectI(graphics.get(), source, 0, 0, size.width, size.height, 0, 0,
+                                        static_cast<INT>(width), static_cast<INT>(height),
+                                        Gdiplus::UnitPixel, attributes.get(), nullptr, nullptr);
 }
 
 }  // namespace

@@ -7,9 +7,11 @@
 namespace slib {
 namespace {
 
+// Made once and never destroyed: a static owner's destructor would shut GDI+ down at DLL detach,
+// under the loader lock. The host's shutdown message is where it ends.
 UniqueGdiplusToken& Token() {
-    static UniqueGdiplusToken token;
-    return token;
+    static auto* token = new UniqueGdiplusToken;
+    return *token;
 }
 
 }  // namespace
