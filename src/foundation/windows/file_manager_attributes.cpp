@@ -8,6 +8,7 @@
 #include "foundation/number.h"
 #include "foundation/windows/file_manager.h"
 #include "foundation/windows/file_manager_handles.h"
+#include "foundation/windows/file_sharing.h"
 #include "foundation/windows/local_file_time.h"
 
 namespace slib {
@@ -43,14 +44,17 @@ void SetItemDate(const String& path, uint32_t id, const Object& value) {
     if (!time) {
         Throw(kBadParameter, message);
     }
-    const UniqueFileHandle file(CreateFileW(path.wide(), GENERIC_WRITE, FILE_SHARE_WRITE, nullptr,
-                                            OPEN_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr));
+    // Times only: a read-only file, or one another program has open, still takes a date.
+    const UniqueFileHandle file =
+        OpenShared(path.units(), FILE_WRITE_ATTRIBUTES, FileUse::kAttributes, OPEN_ALWAYS);
     if (!file.valid()) {
         ThrowLastError(message, GetLastError());
     }
     const FILETIME* creation = id == AttributeId::kCreated ? &*time : nullptr;
     const FILETIME* lastWrite = id == AttributeId::kModified ? &*time : nullptr;
-    SetFileTime(file.get(), creation, nullptr, lastWrite);
+    if (!SetFileTime(file.get(), creation, nullptr, lastWrite)) {
+        ThrowLastError(message, GetLastError());
+    }
 }
 
 uint32_t RightsArgument(const Object& value) {

@@ -13,8 +13,10 @@
 
 #include "foundation/error_codes.h"
 #include "foundation/exception.h"
+#include "foundation/shell_operation_code.h"
 #include "foundation/windows/file_manager.h"
 #include "foundation/windows/long_path_walk.h"
+#include "foundation/windows/shell_dialog_flags.h"
 
 namespace slib {
 
@@ -31,11 +33,13 @@ std::vector<wchar_t> ShellList(const String& path) {
     return list;
 }
 
-// Outcome of one shell file operation: whether it failed, and the thread's last error taken right
-// after the call (before the lists are freed), which is what a failure is reported with.
+// Outcome of one shell file operation: its return value, whether it reported anything aborted,
+// and the thread's last error taken right after the call (before the lists are freed).
 struct ShellOutcome {
-    bool failed;
+    int result;
+    BOOL aborted;
     DWORD lastError;
+    bool failed() const { return result != 0 || aborted; }
 };
 
 ShellOutcome RunShellOperation(UINT operation, const String& source, const String* destination) {
@@ -49,14 +53,23 @@ ShellOutcome RunShellOperation(UINT operation, const String& source, const Strin
     request.wFunc = operation;
     request.pFrom = from.data();
     request.pTo = destination != nullptr ? to.data() : nullptr;
-    // Silent and unconfirmed, but not FOF_NOERRORUI: the shell may still tell the user about a
-    // failure on its own. No FOF_ALLOWUNDO: deletions bypass the recycle bin.
-    request.fFlags = FOF_SILENT | FOF_NOCONFIRMATION;
+    request.fFlags = FileOperationFlags();
     request.fAnyOperationsAborted = FALSE;
     request.hNameMappings = nullptr;
     request.lpszProgressTitle = nullptr;
+    // Cleared first: a value left from an earlier call must not explain this call's failure.
+    SetLastError(ERROR_SUCCESS);
     const int result = SHFileOperationW(&request);
-    return ShellOutcome{result != 0, GetLastError()};
+    return ShellOutcome{result, request.fAnyOperationsAborted, GetLastError()};
+}
+
+// The thread's last error when the shell left one; else the shell's own return value, which
+// is no system error; else -36. A failed operation is never reported as success.
+[[noreturn]] void ThrowShellFailure(const char* message, const ShellOutcome& outcome) {
+    if (outcome.lastError != ERROR_SUCCESS) {
+        ThrowLastError(message, outcome.lastError);
+    }
+    Throw(outcome.result != 0 ? ShellOperationCode(outcome.result) : kIoError, message);
 }
 
 // The source's last component: the text after its last "\", or all of it when it has none.
@@ -94,9 +107,8 @@ void FileManager::copyItem(const String& source, const String& destination) cons
         return;
     }
     const ShellOutcome outcome = RunShellOperation(FO_COPY, source, &destination);
-    if (outcome.failed) {
-        // The thread's last error, not the shell's own code: the user's message is built from it.
-        ThrowLastError("Cannot copy item", outcome.lastError);
+    if (outcome.failed()) {
+        ThrowShellFailure("Cannot copy item", outcome);
     }
 }
 
@@ -119,8 +131,8 @@ void FileManager::moveItem(const String& source, const String& destination) cons
         return;
     }
     const ShellOutcome outcome = RunShellOperation(FO_MOVE, source, &destination);
-    if (outcome.failed) {
-        ThrowLastError("Cannot move item", outcome.lastError);
+    if (outcome.failed()) {
+        ThrowShellFailure("Cannot move item", outcome);
     }
 }
 
@@ -133,8 +145,8 @@ void FileManager::deleteItem(const String& path) const {
         return;
     }
     const ShellOutcome outcome = RunShellOperation(FO_DELETE, path, nullptr);
-    if (outcome.failed) {
-        ThrowLastError("Cannot delete item", outcome.lastError);
+    if (outcome.failed()) {
+        ThrowShellFailure("Cannot delete item", outcome);
     }
 }
 

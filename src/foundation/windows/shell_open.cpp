@@ -11,6 +11,7 @@
 #include "foundation/exception.h"
 #include "foundation/windows/file_manager.h"
 #include "foundation/windows/file_manager_handles.h"
+#include "foundation/windows/shell_dialog_flags.h"
 
 namespace slib {
 
@@ -20,10 +21,13 @@ using file_manager_detail::Wide;
 void FileManager::openFile(const String& path) const {
     // Associations may be shell extensions that need COM on this thread.
     const ComScope com;
-    const HINSTANCE result =
-        ShellExecuteW(nullptr, L"open", path.wide(), nullptr, nullptr, SW_SHOWNORMAL);
-    // ShellExecuteW reports through a fake instance handle: above 32 means started.
-    if (reinterpret_cast<INT_PTR>(result) <= 32) {
+    SHELLEXECUTEINFOW request = {};
+    request.cbSize = sizeof(request);
+    request.fMask = ShellExecuteQuietMask();
+    request.lpVerb = L"open";
+    request.lpFile = path.wide();
+    request.nShow = SW_SHOWNORMAL;
+    if (!ShellExecuteExW(&request)) {
         Throw(kUnclassified, "Cannot open file in the default application");
     }
 }
