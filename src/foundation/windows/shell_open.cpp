@@ -18,16 +18,33 @@ namespace slib {
 using file_manager_detail::ComScope;
 using file_manager_detail::Wide;
 
-void FileManager::openFile(const String& path) const {
-    // Associations may be shell extensions that need COM on this thread.
-    const ComScope com;
+namespace {
+
+// Whether the shell started the item's program. Where no one can answer a message box (a service),
+// through ShellExecuteExW with the flag that forbids one; on a desktop as ShellExecuteW does.
+bool ShellOpen(const String& path) {
+    const ULONG quiet = ShellExecuteQuietMask();
+    if (quiet == 0) {
+        const HINSTANCE result =
+            ShellExecuteW(nullptr, L"open", path.wide(), nullptr, nullptr, SW_SHOWNORMAL);
+        // ShellExecuteW reports through a fake instance handle: above 32 means started.
+        return reinterpret_cast<INT_PTR>(result) > 32;
+    }
     SHELLEXECUTEINFOW request = {};
     request.cbSize = sizeof(request);
-    request.fMask = ShellExecuteQuietMask();
+    request.fMask = quiet;
     request.lpVerb = L"open";
     request.lpFile = path.wide();
     request.nShow = SW_SHOWNORMAL;
-    if (!ShellExecuteExW(&request)) {
+    return ShellExecuteExW(&request) != FALSE;
+}
+
+}  // namespace
+
+void FileManager::openFile(const String& path) const {
+    // Associations may be shell extensions that need COM on this thread.
+    const ComScope com;
+    if (!ShellOpen(path)) {
         Throw(kUnclassified, "Cannot open file in the default application");
     }
 }
