@@ -37,8 +37,8 @@ bool SameFile(HANDLE a, HANDLE b) {
 }  // namespace
 
 FileSource::FileSource(const std::u16string& path)
-    : handle_(slib::OpenShared(slib::WithLongPathPrefix(path), GENERIC_READ,
-                               slib::FileUse::kRead, OPEN_EXISTING)) {
+    : handle_(slib::OpenShared(slib::WithLongPathPrefix(path), GENERIC_READ, slib::FileUse::kRead,
+                               OPEN_EXISTING)) {
     LARGE_INTEGER size = {};
     if (handle_ && !GetFileSizeEx(handle_.get(), &size)) {
         handle_.reset();
@@ -76,8 +76,8 @@ void FileWriter::writeAt(uint64_t offset, const uint8_t* data, size_t length) {
 }
 
 FileStream::FileStream(const std::u16string& path)
-    : handle_(slib::OpenShared(slib::WithLongPathPrefix(path), GENERIC_READ,
-                               slib::FileUse::kRead, OPEN_EXISTING, FILE_FLAG_SEQUENTIAL_SCAN)) {
+    : handle_(slib::OpenShared(slib::WithLongPathPrefix(path), GENERIC_READ, slib::FileUse::kRead,
+                               OPEN_EXISTING, FILE_FLAG_SEQUENTIAL_SCAN)) {
     // Size and time only: the full information query costs a volume lookup per file under Wine.
     LARGE_INTEGER size = {};
     FILETIME modified = {};

@@ -97,7 +97,7 @@ class DiskEntryFile : public EntryFile {
     HANDLE handle() const { return replacement_ ? replacement_->handle() : handle_.get(); }
 
     std::u16string final_;
-    slib::UniqueFileHandle handle_;  // the new file under its final name
+    slib::UniqueFileHandle handle_;                       // the new file under its final name
     std::unique_ptr<slib::ReplacementFile> replacement_;  // or the one replacing a file
     bool committed_ = false;
 };

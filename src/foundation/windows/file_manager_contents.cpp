@@ -51,8 +51,8 @@ uint64_t SizeOf(const String& path) {
 }
 
 UniqueFileHandle OpenForReading(const String& path) {
-    UniqueFileHandle file = OpenShared(WithLongPathPrefix(path.units()), GENERIC_READ,
-                                       FileUse::kRead, OPEN_EXISTING);
+    UniqueFileHandle file =
+        OpenShared(WithLongPathPrefix(path.units()), GENERIC_READ, FileUse::kRead, OPEN_EXISTING);
     if (!file.valid()) {
         const DWORD error = GetLastError();
         if (error == ERROR_FILE_NOT_FOUND || error == ERROR_PATH_NOT_FOUND) {

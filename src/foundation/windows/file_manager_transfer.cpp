@@ -15,10 +15,13 @@
 #include "foundation/exception.h"
 #include "foundation/shell_operation_code.h"
 #include "foundation/windows/file_manager.h"
+#include "foundation/windows/file_manager_handles.h"
 #include "foundation/windows/long_path_walk.h"
 #include "foundation/windows/shell_dialog_flags.h"
 
 namespace slib {
+
+using file_manager_detail::Wide;
 
 namespace {
 
@@ -72,6 +75,22 @@ ShellOutcome RunShellOperation(UINT operation, const String& source, const Strin
     Throw(outcome.result != 0 ? ShellOperationCode(outcome.result) : kIoError, message);
 }
 
+// A shell that reports success for what it did not do (Wine's does, for a move it could not
+// make) must not have it reported as done: the item is checked where the operation put it.
+void RequireShellDid(bool done, const char* message) {
+    if (!done) {
+        Throw(kIoError, message);
+    }
+}
+
+// Removes an item our own failed operation made; a failure to do so changes nothing reported.
+void RemoveQuietly(const std::u16string& path) {
+    try {
+        long_path::DeleteTree(path, "Cannot copy item");
+    } catch (const Exception&) {
+    }
+}
+
 // The source's last component: the text after its last "\", or all of it when it has none.
 std::u16string LastComponent(const std::u16string& path) {
     const size_t separator = path.rfind(u'\\');
@@ -106,10 +125,16 @@ void FileManager::copyItem(const String& source, const String& destination) cons
         long_path::CopyTree(Plain(source), target, "Cannot copy item");
         return;
     }
+    const bool targetWasThere = TransferKind(*this, String(target)) != ItemKind::kNone;
     const ShellOutcome outcome = RunShellOperation(FO_COPY, source, &destination);
     if (outcome.failed()) {
+        // What the failed copy made of a new item (a file cut short by a full disk) goes again.
+        if (!targetWasThere && TransferKind(*this, String(target)) != ItemKind::kNone) {
+            RemoveQuietly(target);
+        }
         ThrowShellFailure("Cannot copy item", outcome);
     }
+    RequireShellDid(TransferKind(*this, String(target)) != ItemKind::kNone, "Cannot copy item");
 }
 
 void FileManager::moveItem(const String& source, const String& destination) const {
@@ -134,6 +159,10 @@ void FileManager::moveItem(const String& source, const String& destination) cons
     if (outcome.failed()) {
         ThrowShellFailure("Cannot move item", outcome);
     }
+    // A rename that changes only case leaves the source's name answering.
+    const bool sameName =
+        CompareStringOrdinal(Wide(Plain(source)), -1, Wide(target), -1, TRUE) == CSTR_EQUAL;
+    RequireShellDid(sameName || TransferKind(*this, source) == ItemKind::kNone, "Cannot move item");
 }
 
 void FileManager::deleteItem(const String& path) const {
@@ -148,6 +177,7 @@ void FileManager::deleteItem(const String& path) const {
     if (outcome.failed()) {
         ThrowShellFailure("Cannot delete item", outcome);
     }
+    RequireShellDid(TransferKind(*this, path) == ItemKind::kNone, "Cannot delete item");
 }
 
 }  // namespace slib

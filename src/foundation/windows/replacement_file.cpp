@@ -31,9 +31,8 @@ std::u16string Digits(uint32_t value) {
 // whatever the target's own name, and recognisable to anyone cleaning up after a power cut.
 std::u16string TemporaryBeside(const std::u16string& target) {
     const size_t separator = target.rfind(u'\\');
-    const std::u16string folder = separator == std::u16string::npos
-                                      ? std::u16string()
-                                      : target.substr(0, separator + 1);
+    const std::u16string folder =
+        separator == std::u16string::npos ? std::u16string() : target.substr(0, separator + 1);
     return folder + kPrefix + Digits(GetCurrentProcessId()) + u"-" + Digits(temporaryCount++) +
            kSuffix;
 }
@@ -51,6 +50,10 @@ ReplacementFile::ReplacementFile(const std::u16string& systemPath) : target_(sys
         (attributes & (FILE_ATTRIBUTE_READONLY | FILE_ATTRIBUTE_DIRECTORY)) != 0) {
         fail(ERROR_ACCESS_DENIED);
         return;
+    }
+    if (attributes != INVALID_FILE_ATTRIBUTES) {
+        kept_ = attributes & (FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_SYSTEM |
+                              FILE_ATTRIBUTE_ARCHIVE | FILE_ATTRIBUTE_NOT_CONTENT_INDEXED);
     }
     // A leftover of a killed run may hold a name: a few fresh ones are tried.
     for (int attempt = 0; attempt < 4 && !handle_.valid(); ++attempt) {
@@ -100,26 +103,50 @@ bool ReplacementFile::commit() {
     if (!handle_.valid()) {
         return fail(error_);
     }
+    // The original's own attributes (hidden, system, ...), whatever the swap itself keeps.
+    if (kept_ != 0) {
+        FILE_BASIC_INFO basic = {};
+        basic.FileAttributes = kept_;
+        SetFileInformationByHandle(handle_.get(), FileBasicInfo, &basic, sizeof(basic));
+    }
     // On disk before it takes the target's place: a power cut then leaves old or new, whole.
     if (!FlushFileBuffers(handle_.get())) {
         return fail(GetLastError());
     }
     handle_.reset();
-    const bool replacing = GetFileAttributesW(Wide(target_)) != INVALID_FILE_ATTRIBUTES;
-    const bool swapped = RetryWhileBusy(target_, [&] {
-        if (replacing) {
-            return ReplaceFileW(Wide(target_), Wide(temporary_), nullptr,
-                                REPLACEFILE_IGNORE_MERGE_ERRORS | REPLACEFILE_IGNORE_ACL_ERRORS,
-                                nullptr, nullptr) != 0;
-        }
-        return MoveFileExW(Wide(temporary_), Wide(target_),
-                           MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH) != 0;
-    });
+    const bool swapped =
+        GetFileAttributesW(Wide(target_)) != INVALID_FILE_ATTRIBUTES
+            ? swapIn()
+            : RetryWhileBusy(target_, [&] {
+                  return MoveFileExW(Wide(temporary_), Wide(target_),
+                                     MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH) != 0;
+              });
     if (!swapped) {
         return fail(GetLastError());
     }
     committed_ = true;
     return true;
+}
+
+bool ReplacementFile::swapIn() {
+    // A backup name of our own: left to choose, a system may leave its own placeholder behind
+    // when the swap fails (Wine does). The old file ends there and is removed after the swap.
+    const std::u16string backup = TemporaryBeside(target_);
+    const bool swapped = RetryWhileBusy(target_, [&] {
+        return ReplaceFileW(Wide(target_), Wide(temporary_), Wide(backup),
+                            REPLACEFILE_IGNORE_MERGE_ERRORS | REPLACEFILE_IGNORE_ACL_ERRORS,
+                            nullptr, nullptr) != 0;
+    });
+    const DWORD error = GetLastError();
+    const bool targetThere = GetFileAttributesW(Wide(target_)) != INVALID_FILE_ATTRIBUTES;
+    if (!swapped && !targetThere) {
+        // Moved aside, but the new file could not take its place: the original goes back.
+        MoveFileExW(Wide(backup), Wide(target_), MOVEFILE_WRITE_THROUGH);
+    } else {
+        DeleteFileW(Wide(backup));
+    }
+    SetLastError(error);
+    return swapped;
 }
 
 bool ReplacementFile::IsTemporaryName(const std::u16string& name) {

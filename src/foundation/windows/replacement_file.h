@@ -41,16 +41,18 @@ class ReplacementFile {
 
   private:
     bool fail(DWORD error);
+    bool swapIn();
 
     std::u16string target_;
     std::u16string temporary_;
     UniqueFileHandle handle_;
     DWORD error_ = 0;
+    DWORD kept_ = 0;  // the original's attributes the new file takes over
     bool committed_ = false;
 };
 
-// Replaces (or creates) the file at `path` (plain form) with `size` bytes; throws `message` with the system's
-// error on failure, the file at `path` unchanged.
+// Replaces (or creates) the file at `path` (plain form) with `size` bytes; throws `message` with
+// the system's error on failure, the file at `path` unchanged.
 void ReplaceFileContents(const std::u16string& path, const uint8_t* bytes, uint64_t size,
                          const char* message);
 
