@@ -35,7 +35,7 @@ constexpr ShellResult kShellResults[] = {
     {0x86, kPermissionDenied},  // source is read-only media (CD-ROM)
     {0x87, kPermissionDenied},  // (DVD)
     {0x88, kPermissionDenied},  // (recordable CD)
-    {0xB7, kBadParameter},      // a path grew past MAX_PATH
+    {0xB7, kBadParameter},      // a path grew past MAX_PATH (the shell's meaning, not 183's)
     {0x402, kIoError},          // unknown error, usually an invalid path
     {0x10000, kIoError},        // unspecified error on the destination
     {0x10074, kBadParameter},   // destination is a root folder

@@ -76,7 +76,8 @@ TEST(RaisingHelpers, AFailureWithoutALastErrorIsNeverSuccess) {
     EXPECT_EQ(unexplained.error()->code(), kIoError);
 }
 
-// The shell's return values: its own DE_* numbers, Win32 errors we classify, and the rest.
+// The shell's return values: its own DE_* numbers (0xB7 among them, though 183 is also
+// ERROR_ALREADY_EXISTS), Win32 errors we classify, and the rest.
 TEST(ShellOperationCode, TranslatesTheShellsOwnNumbersAndNeverAnswersZero) {
     const struct {
         int32_t result;
@@ -85,8 +86,9 @@ TEST(ShellOperationCode, TranslatesTheShellsOwnNumbersAndNeverAnswersZero) {
         {0x71, kBadParameter}, {0x75, kIoError},    {0x78, kPermissionDenied},
         {0x7C, kItemNotFound}, {0x7E, kItemExists}, {0x80, kItemExists},
         {0x85, kVolumeFull},   {0x10000, kIoError}, {0x10074, kBadParameter},
-        {2, kItemNotFound},    {183, kItemExists},  {87, kBadParameter},
-        {1117, kIoError},      {0x77, kIoError},    {-1, kIoError},
+        {0xB7, kBadParameter}, {2, kItemNotFound},  {80, kItemExists},
+        {87, kBadParameter},   {1117, kIoError},    {0x77, kIoError},
+        {-1, kIoError},
     };
     for (const auto& c : cases) {
         EXPECT_EQ(ShellOperationCode(c.result), c.code) << std::hex << c.result;
