@@ -10,6 +10,7 @@
 #include "foundation/exception.h"
 #include "foundation/windows/file_manager.h"
 #include "foundation/windows/file_manager_handles.h"
+#include "foundation/windows/file_sharing.h"
 #include "foundation/windows/link_entries.h"
 #include "foundation/windows/long_path_walk.h"
 
@@ -94,7 +95,9 @@ void MakeFolder(const std::u16string& to, const char* message) {
 
 void CopyFileOver(const std::u16string& from, const std::u16string& to, const char* message) {
     MakeReplaceable(to);
-    if (!CopyFileExW(Wide(from), Wide(to), nullptr, nullptr, nullptr, 0)) {
+    if (!RetryWhileBusy(from, [&] {
+            return CopyFileExW(Wide(from), Wide(to), nullptr, nullptr, nullptr, 0) != 0;
+        })) {
         ThrowLastError(message, GetLastError());
     }
 }
@@ -108,7 +111,7 @@ void RemoveFolder(const std::u16string& path, const char* message) {
 
 void RemoveFile(const std::u16string& path, const char* message) {
     MakeReplaceable(path);
-    if (!DeleteFileW(Wide(path))) {
+    if (!RetryWhileBusy(path, [&] { return DeleteFileW(Wide(path)) != 0; })) {
         ThrowLastError(message, GetLastError());
     }
 }
@@ -162,7 +165,7 @@ void MoveEntry(const std::u16string& from, const std::u16string& to, const Entry
     // No MOVEFILE_COPY_ALLOWED: across volumes we copy and delete item by item ourselves, so a
     // failure leaves every source item whose copy did not complete where it was.
     const DWORD flags = entry.isFolder() ? 0 : MOVEFILE_REPLACE_EXISTING;
-    if (MoveFileExW(Wide(from), Wide(to), flags)) {
+    if (RetryWhileBusy(from, [&] { return MoveFileExW(Wide(from), Wide(to), flags) != 0; })) {
         return;
     }
     const DWORD error = GetLastError();
