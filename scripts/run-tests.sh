@@ -1,9 +1,15 @@
 #!/usr/bin/env bash
 # Builds everything and runs every test: the native sanitizer build, then the Windows build
 # under Wine with one persistent wineserver for the whole run.
+#
+# Run as root (a fresh machine, CI), the Wine suites run as the unprivileged user vftest (created
+# here once), in a Wine prefix of its own: read-only files and folders and access-denied are then
+# as real as on Windows, where root would write anyway. A small tmpfs is mounted for the
+# full-volume tests and handed to them in VF_TEST_SMALL_VOLUME.
 set -euo pipefail
 root=$(cd "$(dirname "$0")/.." && pwd)
 build="${VF_BUILD_DIR:-$root/build}"
+windows_build="$build/windows"
 
 "$root/scripts/install-prereqs.sh"
 "$root/scripts/build.sh" --native
@@ -12,11 +18,69 @@ status=0
 echo "== native tests (ASan/UBSan)"
 ctest --test-dir "$build/native" --output-on-failure -j"$(nproc)" || status=1
 
+small_volume="$windows_build/small-volume"
+cleanup() {
+    if mountpoint -q "$small_volume" 2>/dev/null; then
+        umount "$small_volume" || true
+    fi
+}
+trap cleanup EXIT
+
+# A few MB: big enough for a test's originals, small enough to fill in milliseconds.
+prepare_small_volume() {
+    local owner=$1
+    mkdir -p "$small_volume"
+    cleanup
+    if mount -t tmpfs -o "size=3m,mode=0755" tmpfs "$small_volume" 2>"$windows_build/small-volume.log"; then
+        chown "$owner" "$small_volume"
+        export VF_TEST_SMALL_VOLUME="$small_volume"
+    else
+        export VF_TEST_SMALL_VOLUME_REFUSED="mount -t tmpfs: $(tr '\n' ' ' <"$windows_build/small-volume.log")"
+        echo "No small volume for the full-disk tests: $VF_TEST_SMALL_VOLUME_REFUSED"
+    fi
+}
+
+# The commands the Wine suites run with, as whoever runs them.
+wine_suites() {
+    # shellcheck source=wine-env.sh
+    source "$root/scripts/wine-env.sh"
+    vf_wine_start "$windows_build"
+    trap vf_wine_stop EXIT
+    # shellcheck disable=SC2086 # VF_CTEST_ARGS: extra ctest words, such as "-R zip".
+    ctest --test-dir "$windows_build" --output-on-failure -j"$(nproc)" ${VF_CTEST_ARGS:-}
+}
+
 echo "== Windows tests (Wine)"
-# shellcheck source=wine-env.sh
-source "$root/scripts/wine-env.sh"
-vf_wine_start "$build/windows"
-trap vf_wine_stop EXIT
-ctest --test-dir "$build/windows" --output-on-failure -j"$(nproc)" || status=1
+if [ "$(id -u)" -ne 0 ]; then
+    # Already unprivileged: the suites run as this user, in the build's own prefix.
+    wine_suites || status=1
+    exit $status
+fi
+
+user="${VF_TEST_USER:-vftest}"
+if ! id -u "$user" >/dev/null 2>&1; then
+    # Another checkout may create it at the same moment: its existence is what counts.
+    useradd --system --create-home --home-dir "/var/lib/$user" --shell /bin/bash "$user" ||
+        id -u "$user" >/dev/null
+fi
+# The user reads the whole tree (programs, fixtures, the wrapper) and walks down to it...
+chmod -R o+rX "$root" "$build"
+dir="$build"
+while [ "$dir" != "/" ]; do
+    chmod o+x "$dir"
+    dir=$(dirname "$dir")
+done
+# ...and writes only its prefix and CTest's records.
+prefix="$windows_build/wineprefix-$user"
+mkdir -p "$prefix" "$windows_build/Testing"
+chown "$user:" "$prefix"
+chown -R "$user:" "$windows_build/Testing"
+prepare_small_volume "$user"
+
+export VF_WINEPREFIX="$prefix" root windows_build
+export -f wine_suites
+# No inherited display: the user's own Xvfb, which its Wine processes may connect to.
+runuser -u "$user" -- env -u DISPLAY HOME="/var/lib/$user" bash -c wine_suites </dev/null ||
+    status=1
 
 exit $status

@@ -4,7 +4,8 @@
 
 vf_wine_start() {
     build_dir=$(cd "$1" && pwd)
-    export WINEPREFIX="$build_dir/wineprefix"
+    # VF_WINEPREFIX: another prefix for the same build (the unprivileged test user's own).
+    export WINEPREFIX="${VF_WINEPREFIX:-$build_dir/wineprefix}"
     export WINEDEBUG="${WINEDEBUG:--all}"
     export WINEDLLOVERRIDES="${WINEDLLOVERRIDES:-mscoree,mshtml=}"
     VF_XVFB_PID=""

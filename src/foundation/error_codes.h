@@ -7,6 +7,8 @@
 namespace slib {
 
 constexpr int32_t kNoError = 0;
+constexpr int32_t kIoError = -36;           // a failure the system did not explain
+constexpr int32_t kVolumeFull = -34;        // no room left on the volume
 constexpr int32_t kFileNotOpen = -38;       // a zip archive that cannot be opened
 constexpr int32_t kItemNotFound = -43;      // file or folder missing
 constexpr int32_t kItemExists = -48;        // an item of that name already exists

@@ -17,7 +17,9 @@ void Throw(int32_t code, const char* message) {
 }
 
 void ThrowLastError(const char* message, uint32_t lastError) {
-    std::shared_ptr<Error> error = MakeWindowsLastError(lastError);
+    // Some calls fail without setting a last error: a failure must never read as success.
+    std::shared_ptr<Error> error =
+        lastError == 0 ? MakeBasicError(kIoError) : MakeWindowsLastError(lastError);
     Exception exception(message, std::move(error));
     throw exception;
 }

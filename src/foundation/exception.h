@@ -25,6 +25,7 @@ class Exception : public std::runtime_error {
 // One-line raising for the common cases. Each keeps the three steps of raising a failure: build
 // the error object, construct the exception, throw it by value.
 [[noreturn]] void Throw(int32_t code, const char* message);
+// A last error of 0 (the call failed without saying why) becomes -36, never a success code.
 [[noreturn]] void ThrowLastError(const char* message, uint32_t lastError);
 [[noreturn]] void ThrowHResult(const char* message, int32_t hresult);
 

@@ -4,7 +4,8 @@
 # watchdog ends that fmhost, so nothing here can hang.
 # Usage: choose_e2e.sh WINE_RUN FMHOST_EXE PLUGIN WINEPREFIX
 set -uo pipefail
-wine_run=$1 fmhost=$2 plugin="Z:${3//\//\\}" prefix=$4
+# VF_WINEPREFIX: the prefix the run uses instead of the build's own (run-tests.sh).
+wine_run=$1 fmhost=$2 plugin="Z:${3//\//\\}" prefix=${VF_WINEPREFIX:-$4}
 failures=0
 fail() { echo "FAILED: $*"; failures=$((failures + 1)); }
 
@@ -14,8 +15,11 @@ if [ -z "${DISPLAY:-}" ] || ! command -v xdotool >/dev/null; then
 fi
 # On the prefix's C: drive: Wine's folder browser does not find its way into every Z: folder.
 scratch="$prefix/drive_c/users/Public/vf-choose-$$" dir="C:\\users\\Public\\vf-choose-$$"
+# The current folder is one of our own: the test user may not write in the build.
+work=$(mktemp -d)
+cd "$work" || exit 1
 probe="vf-choose-probe-$$"
-trap 'rm -rf "$scratch" "$probe"' EXIT
+trap 'rm -rf "$scratch" "$work"' EXIT
 mkdir -p "$scratch"
 for f in a.txt b.txt c.txt d.csv; do printf x >"$scratch/$f"; done
 

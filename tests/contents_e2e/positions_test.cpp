@@ -124,7 +124,7 @@ TEST_F(Positions, AFileAnotherProgramHoldsIsRefusedAndKept) {
         EXPECT_EQ(call(u"VFile_Read( \"held.txt\" )"), Failed(-54, "Insufficent file permissions"));
         // A sharing violation has no classic code of its own.
         EXPECT_EQ(write(u"held.txt", u"\"x\"", u"0"), Failed(2400, "Cannot open file for writing"));
-        EXPECT_EQ(write(u"held.txt", u"\"x\""), Failed(2400, "Cannot create file"));
+        EXPECT_EQ(write(u"held.txt", u"\"x\""), Failed(2400, "Cannot write to file"));
     }
     EXPECT_EQ(bytesOf(u"held.txt"), "held");
 }

@@ -23,8 +23,9 @@ TEST_F(CoreTest, ItemKindTellsFilesFoldersAndMissingItems) {
 }
 
 TEST_F(CoreTest, ItemKindRefusesWhatTheSystemCannotAnswer) {
-    // As root under Wine no folder can be made unreadable; a name the system rejects is the
-    // failure we can provoke. Prove it is neither "file not found" nor "path not found" first.
+    // Win32 under Wine cannot make a folder unreadable (it has no permission bits to set); a name
+    // the system rejects is the failure we can provoke. Prove it is neither "file not found" nor
+    // "path not found" first.
     const std::u16string bad = path(u"bad<name>?*");
     SetLastError(0);
     ASSERT_EQ(GetFileAttributesW(Wide(bad)), INVALID_FILE_ATTRIBUTES);

@@ -7,6 +7,7 @@
 
 #include "foundation/error_codes.h"
 #include "foundation/exception.h"
+#include "foundation/shell_operation_code.h"
 
 namespace slib {
 namespace {
@@ -67,6 +68,31 @@ TEST(RaisingHelpers, BuildTheMatchingErrorClass) {
     EXPECT_STREQ(hresult.what(), "Cannot get home folder of user");
     EXPECT_NE(dynamic_cast<const WindowsHResult*>(hresult.error().get()), nullptr);
     EXPECT_EQ(hresult.error()->code(), kUnclassified);
+}
+
+TEST(RaisingHelpers, AFailureWithoutALastErrorIsNeverSuccess) {
+    const Exception unexplained = Caught([] { ThrowLastError("Cannot delete item", 0); });
+    EXPECT_STREQ(unexplained.what(), "Cannot delete item");
+    EXPECT_EQ(unexplained.error()->code(), kIoError);
+}
+
+// The shell's return values: its own DE_* numbers (0xB7 among them, though 183 is also
+// ERROR_ALREADY_EXISTS), Win32 errors we classify, and the rest.
+TEST(ShellOperationCode, TranslatesTheShellsOwnNumbersAndNeverAnswersZero) {
+    const struct {
+        int32_t result;
+        int32_t code;
+    } cases[] = {
+        {0x71, kBadParameter}, {0x75, kIoError},    {0x78, kPermissionDenied},
+        {0x7C, kItemNotFound}, {0x7E, kItemExists}, {0x80, kItemExists},
+        {0x85, kVolumeFull},   {0x10000, kIoError}, {0x10074, kBadParameter},
+        {0xB7, kBadParameter}, {2, kItemNotFound},  {80, kItemExists},
+        {87, kBadParameter},   {1117, kIoError},    {0x77, kIoError},
+        {-1, kIoError},
+    };
+    for (const auto& c : cases) {
+        EXPECT_EQ(ShellOperationCode(c.result), c.code) << std::hex << c.result;
+    }
 }
 
 }  // namespace

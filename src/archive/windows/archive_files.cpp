@@ -5,6 +5,7 @@
 #include "archive/archive_failures.h"
 #include "archive/windows/entry_file_time.h"
 #include "foundation/windows/file_manager.h"
+#include "foundation/windows/file_sharing.h"
 
 namespace archive {
 
@@ -36,9 +37,8 @@ bool SameFile(HANDLE a, HANDLE b) {
 }  // namespace
 
 FileSource::FileSource(const std::u16string& path)
-    : handle_(CreateFileW(Wide(slib::WithLongPathPrefix(path)), GENERIC_READ,
-                          FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr, OPEN_EXISTING,
-                          FILE_ATTRIBUTE_NORMAL, nullptr)) {
+    : handle_(slib::OpenShared(slib::WithLongPathPrefix(path), GENERIC_READ, slib::FileUse::kRead,
+                               OPEN_EXISTING)) {
     LARGE_INTEGER size = {};
     if (handle_ && !GetFileSizeEx(handle_.get(), &size)) {
         handle_.reset();
@@ -76,9 +76,8 @@ void FileWriter::writeAt(uint64_t offset, const uint8_t* data, size_t length) {
 }
 
 FileStream::FileStream(const std::u16string& path)
-    : handle_(CreateFileW(Wide(slib::WithLongPathPrefix(path)), GENERIC_READ,
-                          FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr, OPEN_EXISTING,
-                          FILE_FLAG_SEQUENTIAL_SCAN, nullptr)) {
+    : handle_(slib::OpenShared(slib::WithLongPathPrefix(path), GENERIC_READ, slib::FileUse::kRead,
+                               OPEN_EXISTING, FILE_FLAG_SEQUENTIAL_SCAN)) {
     // Size and time only: the full information query costs a volume lookup per file under Wine.
     LARGE_INTEGER size = {};
     FILETIME modified = {};
@@ -97,10 +96,6 @@ size_t FileStream::read(uint8_t* buffer, size_t capacity) {
         FailFileNotAdded();
     }
     return got;
-}
-
-bool FileStream::isSameFileAs(HANDLE other) const {
-    return SameFile(handle_.get(), other);
 }
 
 bool IsSameFile(const std::u16string& a, const std::u16string& b) {

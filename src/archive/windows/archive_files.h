@@ -44,8 +44,6 @@ class FileStream : public ByteStream {
     size_t read(uint8_t* buffer, size_t capacity) override;
     uint64_t size() const { return size_; }
     const EntryTime& time() const { return time_; }
-    // True when this is the same file as the one `other` is open on.
-    bool isSameFileAs(HANDLE other) const;
 
   private:
     slib::UniqueFileHandle handle_;

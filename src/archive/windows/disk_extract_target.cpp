@@ -2,11 +2,14 @@
 
 #include <windows.h>
 
+#include <memory>
 #include <string>
 
 #include "archive/archive_failures.h"
 #include "archive/windows/entry_file_time.h"
 #include "foundation/windows/file_manager.h"
+#include "foundation/windows/file_sharing.h"
+#include "foundation/windows/replacement_file.h"
 #include "foundation/windows/unique_handles.h"
 
 namespace archive {
@@ -43,27 +46,26 @@ void CreateFolderTree(const std::u16string& path) {
 }
 
 // Written straight under its final name when nothing is there yet (removed again unless
-// committed); when a file of that name exists, under a temporary name beside it that replaces it
-// on commit, so a failed entry leaves the older file as it was.
+// committed); when a file of that name exists, as its replacement (ReplacementFile), swapped in on
+// commit, so a failed entry leaves the older file as it was.
 class DiskEntryFile : public EntryFile {
   public:
-    DiskEntryFile(const std::u16string& temporary, std::u16string final)
-        : final_(std::move(final)) {
-        handle_.reset(Create(final_, CREATE_NEW));
+    explicit DiskEntryFile(std::u16string final) : final_(std::move(final)) {
+        handle_ = slib::OpenShared(final_, GENERIC_WRITE, slib::FileUse::kWrite, CREATE_NEW,
+                                   FILE_ATTRIBUTE_NORMAL | FILE_FLAG_SEQUENTIAL_SCAN);
         if (!handle_ && GetLastError() == ERROR_FILE_EXISTS) {
-            written_ = temporary;
-            handle_.reset(Create(written_, CREATE_ALWAYS));
-        } else {
-            written_ = final_;
-        }
-        if (!handle_) {
+            replacement_ = std::make_unique<slib::ReplacementFile>(final_);
+            if (!replacement_->valid()) {
+                FailEntryNotExtracted();
+            }
+        } else if (!handle_) {
             FailEntryNotExtracted();
         }
     }
     ~DiskEntryFile() override {
-        if (!committed_) {
+        if (!committed_ && handle_) {
             handle_.reset();
-            DeleteFileW(Wide(written_));
+            DeleteFileW(Wide(final_));
         }
     }
 
@@ -71,7 +73,7 @@ class DiskEntryFile : public EntryFile {
         while (length > 0) {
             DWORD written = 0;
             const DWORD request = static_cast<DWORD>(length < (1u << 30) ? length : (1u << 30));
-            if (!WriteFile(handle_.get(), data, request, &written, nullptr) || written == 0) {
+            if (!WriteFile(handle(), data, request, &written, nullptr) || written == 0) {
                 FailEntryNotExtracted();
             }
             data += written;
@@ -82,25 +84,21 @@ class DiskEntryFile : public EntryFile {
     void commit(const EntryTime& time) override {
         const std::optional<FILETIME> modified = FileTimeFromEntryTime(time);
         if (modified) {
-            SetFileTime(handle_.get(), nullptr, nullptr, &*modified);
+            SetFileTime(handle(), nullptr, nullptr, &*modified);
         }
-        handle_.reset();
-        if (written_ != final_ &&
-            !MoveFileExW(Wide(written_), Wide(final_), MOVEFILE_REPLACE_EXISTING)) {
+        if (replacement_ && !replacement_->commit()) {
             FailEntryNotExtracted();
         }
+        handle_.reset();
         committed_ = true;
     }
 
   private:
-    static HANDLE Create(const std::u16string& path, DWORD disposition) {
-        return CreateFileW(Wide(path), GENERIC_WRITE, 0, nullptr, disposition,
-                           FILE_ATTRIBUTE_NORMAL | FILE_FLAG_SEQUENTIAL_SCAN, nullptr);
-    }
+    HANDLE handle() const { return replacement_ ? replacement_->handle() : handle_.get(); }
 
     std::u16string final_;
-    std::u16string written_;
-    slib::UniqueFileHandle handle_;
+    slib::UniqueFileHandle handle_;                       // the new file under its final name
+    std::unique_ptr<slib::ReplacementFile> replacement_;  // or the one replacing a file
     bool committed_ = false;
 };
 
@@ -144,13 +142,7 @@ void DiskExtractTarget::makeFolder(const RelativePath& path) {
 
 std::unique_ptr<EntryFile> DiskExtractTarget::createFile(const RelativePath& path) {
     ensureFolders(path, path.size() - 1);
-    RelativePath temporary(path.begin(), path.end() - 1);
-    // Files are written side by side, and the process id keeps two plug-in instances apart.
-    const std::string tag = "~vfzip" + std::to_string(GetCurrentProcessId()) + "-" +
-                            std::to_string(temporaryCount_++) + ".part";
-    temporary.push_back(std::u16string(tag.begin(), tag.end()));
-    return std::make_unique<DiskEntryFile>(join(temporary, temporary.size()),
-                                           join(path, path.size()));
+    return std::make_unique<DiskEntryFile>(join(path, path.size()));
 }
 
 }  // namespace archive

@@ -4,7 +4,6 @@
 // name is replaced then and only then); its modification time is the entry's. Folders keep the
 // time of their creation.
 
-#include <atomic>
 #include <cstdint>
 #include <memory>
 #include <mutex>
@@ -30,7 +29,6 @@ class DiskExtractTarget : public ExtractTarget {
     std::mutex foldersMutex_;  // files are created on several threads
     bool baseReady_ = false;
     std::set<std::u16string> knownFolders_;  // made or found by this extraction
-    std::atomic<uint32_t> temporaryCount_{0};
 };
 
 }  // namespace archive

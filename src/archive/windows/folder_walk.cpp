@@ -6,6 +6,7 @@
 
 #include "archive/windows/entry_file_time.h"
 #include "foundation/windows/file_manager.h"
+#include "foundation/windows/link_entries.h"
 #include "foundation/windows/unique_handles.h"
 
 namespace archive {
@@ -69,7 +70,8 @@ FolderWalk WalkFolder(const std::u16string& source) {
             continue;
         }
         walk.folders.push_back(walked);
-        if ((item.dwFileAttributes & FILE_ATTRIBUTE_REPARSE_POINT) == 0) {
+        // A folder link is stored as an empty folder, never entered.
+        if (!slib::IsLinkEntry(item)) {
             open.push_back(OpenListing(base, walked.relativePath));
         }
     }

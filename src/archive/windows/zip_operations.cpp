@@ -19,48 +19,36 @@
 #include "archive/zip_writer.h"
 #include "foundation/case_fold.h"
 #include "foundation/windows/file_manager.h"
+#include "foundation/windows/replacement_file.h"
 #include "foundation/windows/unique_handles.h"
 
 namespace archive {
 
 namespace {
 
-const wchar_t* Wide(const std::u16string& text) {
-    return reinterpret_cast<const wchar_t*>(text.c_str());
-}
-
 bool OpensAsArchive(const std::u16string& path) {
     FileSource source(path);
     return source.valid() && FindCentralDirectory(source).has_value();
 }
 
-// The archive file being written: closed, then deleted, unless it was completed.
+// The archive being written, beside its target: it takes the target's place only when complete,
+// so a failed compression leaves an older file of that name as it was.
 class NewArchiveFile {
   public:
-    explicit NewArchiveFile(const std::u16string& path)
-        : path_(slib::WithLongPathPrefix(path)),
-          handle_(CreateFileW(Wide(path_), GENERIC_READ | GENERIC_WRITE, FILE_SHARE_READ, nullptr,
-                              CREATE_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr)) {
-        if (!handle_) {
+    explicit NewArchiveFile(const std::u16string& path) : file_(slib::WithLongPathPrefix(path)) {
+        if (!file_.valid()) {
             FailArchiveNotCreated();
         }
     }
-    ~NewArchiveFile() {
-        handle_.reset();
-        if (!completed_) {
-            DeleteFileW(Wide(path_));
+    HANDLE handle() const { return file_.handle(); }
+    void complete() {
+        if (!file_.commit()) {
+            FailArchiveNotCreated();
         }
     }
-    NewArchiveFile(const NewArchiveFile&) = delete;
-    NewArchiveFile& operator=(const NewArchiveFile&) = delete;
-
-    HANDLE handle() const { return handle_.get(); }
-    void complete() { completed_ = true; }
 
   private:
-    std::u16string path_;
-    slib::UniqueFileHandle handle_;
-    bool completed_ = false;
+    slib::ReplacementFile file_;
 };
 
 // One deflate worker per core, up to a number that keeps memory within bounds on large machines.
@@ -105,8 +93,8 @@ void CompressItem(const slib::String& source, const slib::String& target) {
             std::vector<bool> readAhead;
             for (const WalkedItem& item : walk.files) {
                 paths.push_back(prefix + item.relativePath.substr(1));
-                // Only a file of the archive's name can be the archive itself: that one is
-                // opened here, to compare it with the archive.
+                // Only a file of the archive's name can be the file the archive replaces: that
+                // one is compared with the target below, not read ahead.
                 readAhead.push_back(
                     item.size <= SmallFilePrefetch::kLargestFile &&
                     !slib::EqualsIgnoringCase(LastComponent(item.relativePath), targetName));
@@ -120,12 +108,13 @@ void CompressItem(const slib::String& source, const slib::String& target) {
                     zip.addFile(name, small->time, content, small->bytes.size());
                     continue;
                 }
-                FileStream file(paths[index]);
+                // The file the archive replaces, when it lies in the folder, is not packed.
                 if (slib::EqualsIgnoringCase(LastComponent(walk.files[index].relativePath),
                                              targetName) &&
-                    file.isSameFileAs(archive.handle())) {
+                    IsSameFile(paths[index], target.units())) {
                     continue;
                 }
+                FileStream file(paths[index]);
                 zip.addFile(name, file.time(), file, file.size());
             }
         }

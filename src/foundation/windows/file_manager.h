@@ -202,11 +202,13 @@ class FileManager : public Object {
     std::shared_ptr<const Data> readFile(const String& path, FilePosition position,
                                          uint64_t length) const;
     std::shared_ptr<const Data> readWholeFile(const String& path) const;
-    // Writes all bytes at `position` (the file is created if missing, never truncated).
+    // Writes all bytes at `position` (the file is created if missing, never truncated), in place:
+    // a failure part way leaves the bytes written so far.
     // "Cannot open file for writing" or, for a failed or short write, "Cannot write to file",
     // both with the system's error. Returns the number of bytes written.
     uint64_t writeFile(const String& path, const Data& data, FilePosition position) const;
-    // Empties (or creates) the file, then writes the data from its start.
+    // Writes a whole new file beside it and swaps it in (ReplacementFile): a failure leaves the old
+    // file as it was. "Cannot write to file" with the system's error.
     uint64_t replaceFile(const String& path, const Data& data) const;
     // Creates the file and writes the data; "Cannot open file for writing" when an item of that
     // name exists. False when the system did not report the whole write as done.

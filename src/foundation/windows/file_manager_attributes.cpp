@@ -8,6 +8,7 @@
 #include "foundation/number.h"
 #include "foundation/windows/file_manager.h"
 #include "foundation/windows/file_manager_handles.h"
+#include "foundation/windows/file_sharing.h"
 #include "foundation/windows/local_file_time.h"
 
 namespace slib {
@@ -86,8 +87,9 @@ void SetItemDate(const String& path, uint32_t id, const Object& value) {
     WIN32_FILE_ATTRIBUTE_DATA before{};
     const bool existed = GetFileAttributesExW(Wide(longPath), GetFileExInfoStandard, &before);
     CreatedFileCleanup cleanup{longPath};
-    const UniqueFileHandle file(CreateFileW(Wide(longPath), GENERIC_WRITE, FILE_SHARE_WRITE,
-                                            nullptr, OPEN_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr));
+    // Times only: a read-only file, or one another program has open, still takes a date.
+    const UniqueFileHandle file =
+        OpenShared(longPath, FILE_WRITE_ATTRIBUTES, FileUse::kAttributes, OPEN_ALWAYS);
     if (!file.valid()) {
         ThrowLastError(message, GetLastError());
     }

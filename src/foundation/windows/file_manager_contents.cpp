@@ -10,6 +10,8 @@
 #include "foundation/mime_sniffing.h"
 #include "foundation/windows/file_manager.h"
 #include "foundation/windows/file_manager_handles.h"
+#include "foundation/windows/file_sharing.h"
+#include "foundation/windows/replacement_file.h"
 
 namespace slib {
 
@@ -49,9 +51,8 @@ uint64_t SizeOf(const String& path) {
 }
 
 UniqueFileHandle OpenForReading(const String& path) {
-    UniqueFileHandle file(CreateFileW(Wide(WithLongPathPrefix(path.units())), GENERIC_READ,
-                                      FILE_SHARE_READ, nullptr, OPEN_EXISTING,
-                                      FILE_ATTRIBUTE_NORMAL, nullptr));
+    UniqueFileHandle file =
+        OpenShared(WithLongPathPrefix(path.units()), GENERIC_READ, FileUse::kRead, OPEN_EXISTING);
     if (!file.valid()) {
         const DWORD error = GetLastError();
         if (error == ERROR_FILE_NOT_FOUND || error == ERROR_PATH_NOT_FOUND) {
@@ -63,9 +64,8 @@ UniqueFileHandle OpenForReading(const String& path) {
 }
 
 UniqueFileHandle OpenForWriting(const String& path, DWORD disposition) {
-    UniqueFileHandle file(CreateFileW(Wide(WithLongPathPrefix(path.units())), GENERIC_WRITE,
-                                      FILE_SHARE_WRITE, nullptr, disposition, FILE_ATTRIBUTE_NORMAL,
-                                      nullptr));
+    UniqueFileHandle file =
+        OpenShared(WithLongPathPrefix(path.units()), GENERIC_WRITE, FileUse::kWrite, disposition);
     if (!file.valid()) {
         ThrowLastError("Cannot open file for writing", GetLastError());
     }
@@ -143,8 +143,8 @@ uint64_t FileManager::writeFile(const String& path, const Data& data, FilePositi
 }
 
 uint64_t FileManager::replaceFile(const String& path, const Data& data) const {
-    createFile(path, true);
-    return writeFile(path, data, FilePosition{0, 0});
+    ReplaceFileContents(path.units(), data.bytes().data(), data.size(), "Cannot write to file");
+    return data.size();
 }
 
 bool FileManager::writeNewFile(const Data& data, const String& path) const {

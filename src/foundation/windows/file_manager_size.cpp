@@ -1,10 +1,11 @@
-// Item sizes: a file's own size, or the 64-bit total of everything below a folder.
+// Item sizes: a file's own size, or the 64-bit total of everything below a folder, links left out.
 
 #include <windows.h>
 
 #include "foundation/exception.h"
 #include "foundation/windows/file_manager.h"
 #include "foundation/windows/file_manager_handles.h"
+#include "foundation/windows/link_entries.h"
 
 namespace slib {
 
@@ -50,7 +51,8 @@ uint64_t FileManager::getFolderSize(const String& path) const {
     }
     uint64_t total = 0;
     do {
-        if (IsDotEntry(entry.cFileName)) {
+        // A link counts nothing: what it points at belongs elsewhere (or is this very tree).
+        if (IsDotEntry(entry.cFileName) || IsLinkEntry(entry)) {
             continue;
         }
         if ((entry.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0) {

@@ -13,10 +13,15 @@
 
 #include "foundation/error_codes.h"
 #include "foundation/exception.h"
+#include "foundation/shell_operation_code.h"
 #include "foundation/windows/file_manager.h"
+#include "foundation/windows/file_manager_handles.h"
 #include "foundation/windows/long_path_walk.h"
+#include "foundation/windows/shell_dialog_flags.h"
 
 namespace slib {
+
+using file_manager_detail::Wide;
 
 namespace {
 
@@ -31,11 +36,13 @@ std::vector<wchar_t> ShellList(const String& path) {
     return list;
 }
 
-// Outcome of one shell file operation: whether it failed, and the thread's last error taken right
-// after the call (before the lists are freed), which is what a failure is reported with.
+// Outcome of one shell file operation: its return value, whether it reported anything aborted,
+// and the thread's last error taken right after the call (before the lists are freed).
 struct ShellOutcome {
-    bool failed;
+    int result;
+    BOOL aborted;
     DWORD lastError;
+    bool failed() const { return result != 0 || aborted; }
 };
 
 ShellOutcome RunShellOperation(UINT operation, const String& source, const String* destination) {
@@ -49,14 +56,39 @@ ShellOutcome RunShellOperation(UINT operation, const String& source, const Strin
     request.wFunc = operation;
     request.pFrom = from.data();
     request.pTo = destination != nullptr ? to.data() : nullptr;
-    // Silent and unconfirmed, but not FOF_NOERRORUI: the shell may still tell the user about a
-    // failure on its own. No FOF_ALLOWUNDO: deletions bypass the recycle bin.
-    request.fFlags = FOF_SILENT | FOF_NOCONFIRMATION;
+    request.fFlags = FileOperationFlags();
     request.fAnyOperationsAborted = FALSE;
     request.hNameMappings = nullptr;
     request.lpszProgressTitle = nullptr;
+    // Cleared first: a value left from an earlier call must not explain this call's failure.
+    SetLastError(ERROR_SUCCESS);
     const int result = SHFileOperationW(&request);
-    return ShellOutcome{result != 0, GetLastError()};
+    return ShellOutcome{result, request.fAnyOperationsAborted, GetLastError()};
+}
+
+// The thread's last error when the shell left one; else the shell's own return value, which
+// is no system error; else -36. A failed operation is never reported as success.
+[[noreturn]] void ThrowShellFailure(const char* message, const ShellOutcome& outcome) {
+    if (outcome.lastError != ERROR_SUCCESS) {
+        ThrowLastError(message, outcome.lastError);
+    }
+    Throw(outcome.result != 0 ? ShellOperationCode(outcome.result) : kIoError, message);
+}
+
+// A shell that reports success for what it did not do (Wine's does, for a move it could not
+// make) must not have it reported as done: the item is checked where the operation put it.
+void RequireShellDid(bool done, const char* message) {
+    if (!done) {
+        Throw(kIoError, message);
+    }
+}
+
+// Removes an item our own failed operation made; a failure to do so changes nothing reported.
+void RemoveQuietly(const std::u16string& path) {
+    try {
+        long_path::DeleteTree(path, "Cannot copy item");
+    } catch (const Exception&) {
+    }
 }
 
 // The source's last component: the text after its last "\", or all of it when it has none.
@@ -93,11 +125,16 @@ void FileManager::copyItem(const String& source, const String& destination) cons
         long_path::CopyTree(Plain(source), target, "Cannot copy item");
         return;
     }
+    const bool targetWasThere = TransferKind(*this, String(target)) != ItemKind::kNone;
     const ShellOutcome outcome = RunShellOperation(FO_COPY, source, &destination);
-    if (outcome.failed) {
-        // The thread's last error, not the shell's own code: the user's message is built from it.
-        ThrowLastError("Cannot copy item", outcome.lastError);
+    if (outcome.failed()) {
+        // What the failed copy made of a new item (a file cut short by a full disk) goes again.
+        if (!targetWasThere && TransferKind(*this, String(target)) != ItemKind::kNone) {
+            RemoveQuietly(target);
+        }
+        ThrowShellFailure("Cannot copy item", outcome);
     }
+    RequireShellDid(TransferKind(*this, String(target)) != ItemKind::kNone, "Cannot copy item");
 }
 
 void FileManager::moveItem(const String& source, const String& destination) const {
@@ -119,9 +156,13 @@ void FileManager::moveItem(const String& source, const String& destination) cons
         return;
     }
     const ShellOutcome outcome = RunShellOperation(FO_MOVE, source, &destination);
-    if (outcome.failed) {
-        ThrowLastError("Cannot move item", outcome.lastError);
+    if (outcome.failed()) {
+        ThrowShellFailure("Cannot move item", outcome);
     }
+    // A rename that changes only case leaves the source's name answering.
+    const bool sameName =
+        CompareStringOrdinal(Wide(Plain(source)), -1, Wide(target), -1, TRUE) == CSTR_EQUAL;
+    RequireShellDid(sameName || TransferKind(*this, source) == ItemKind::kNone, "Cannot move item");
 }
 
 void FileManager::deleteItem(const String& path) const {
@@ -133,9 +174,10 @@ void FileManager::deleteItem(const String& path) const {
         return;
     }
     const ShellOutcome outcome = RunShellOperation(FO_DELETE, path, nullptr);
-    if (outcome.failed) {
-        ThrowLastError("Cannot delete item", outcome.lastError);
+    if (outcome.failed()) {
+        ThrowShellFailure("Cannot delete item", outcome);
     }
+    RequireShellDid(TransferKind(*this, path) == ItemKind::kNone, "Cannot delete item");
 }
 
 }  // namespace slib

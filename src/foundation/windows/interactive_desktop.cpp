@@ -29,10 +29,40 @@ bool TopLevelWindowCanBeCreated() {
     return probe.valid();
 }
 
+// The test hook: VF_TEST_DESKTOP=none or =interactive forces the answer; unset, the system's.
+enum class ForcedDesktop { kNone, kNo, kYes };
+
+ForcedDesktop ForcedByEnvironment() {
+    wchar_t value[16] = {};
+    const DWORD length = GetEnvironmentVariableW(L"VF_TEST_DESKTOP", value, 16);
+    if (length == 0 || length >= 16) {
+        return ForcedDesktop::kNone;
+    }
+    if (lstrcmpiW(value, L"none") == 0) {
+        return ForcedDesktop::kNo;
+    }
+    if (lstrcmpiW(value, L"interactive") == 0) {
+        return ForcedDesktop::kYes;
+    }
+    return ForcedDesktop::kNone;
+}
+
 }  // namespace
 
+bool HasInteractiveDesktop() {
+    switch (ForcedByEnvironment()) {
+        case ForcedDesktop::kNo:
+            return false;
+        case ForcedDesktop::kYes:
+            return true;
+        case ForcedDesktop::kNone:
+            break;
+    }
+    return WindowStationIsVisible() && TopLevelWindowCanBeCreated();
+}
+
 void RequireInteractiveDesktop() {
-    if (!WindowStationIsVisible() || !TopLevelWindowCanBeCreated()) {
+    if (!HasInteractiveDesktop()) {
         Throw(kUnclassified, "No interactive desktop to show the dialog on");
     }
 }

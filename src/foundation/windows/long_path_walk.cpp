@@ -11,6 +11,8 @@
 #include "foundation/item_name_rules.h"
 #include "foundation/windows/file_manager.h"
 #include "foundation/windows/file_manager_handles.h"
+#include "foundation/windows/file_sharing.h"
+#include "foundation/windows/link_entries.h"
 #include "foundation/windows/long_path_walk.h"
 
 namespace slib {
@@ -27,8 +29,9 @@ constexpr int kMaxDepth = 1000;
 struct Entry {
     std::u16string name;
     DWORD attributes;
+    DWORD reparseTag;
     bool isFolder() const { return (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0; }
-    bool isLink() const { return (attributes & FILE_ATTRIBUTE_REPARSE_POINT) != 0; }
+    bool isLink() const { return IsLinkEntry(attributes, reparseTag); }
 };
 
 // The folder's entries, read in full before anything below it changes.
@@ -46,7 +49,7 @@ std::vector<Entry> ListFolder(const std::u16string& longFolder, const char* mess
     do {
         const std::u16string name = reinterpret_cast<const char16_t*>(found.cFileName);
         if (name != u"." && name != u"..") {
-            entries.push_back(Entry{name, found.dwFileAttributes});
+            entries.push_back(Entry{name, found.dwFileAttributes, found.dwReserved0});
         }
     } while (FindNextFileW(search.get(), &found));
     const DWORD error = GetLastError();
@@ -65,11 +68,13 @@ bool IsFolder(const std::u16string& longPath) {
     return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
 }
 
-// The shell replaces and removes read-only items without asking; the system calls refuse them.
-void ClearReadOnly(const std::u16string& longPath) {
+// The shell replaces and removes read-only and hidden items without asking; the system calls
+// refuse them (CopyFileExW a hidden or read-only target, the removals a read-only item).
+void MakeReplaceable(const std::u16string& longPath) {
+    const DWORD refused = FILE_ATTRIBUTE_READONLY | FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_SYSTEM;
     const DWORD attributes = AttributesOf(longPath);
-    if (attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_READONLY) != 0) {
-        SetFileAttributesW(Wide(longPath), attributes & ~FILE_ATTRIBUTE_READONLY);
+    if (attributes != INVALID_FILE_ATTRIBUTES && (attributes & refused) != 0) {
+        SetFileAttributesW(Wide(longPath), attributes & ~refused);
     }
 }
 
@@ -90,29 +95,35 @@ void MakeFolder(const std::u16string& to, const char* message) {
 }
 
 void CopyFileOver(const std::u16string& from, const std::u16string& to, const char* message) {
-    ClearReadOnly(to);
-    if (!CopyFileExW(Wide(from), Wide(to), nullptr, nullptr, nullptr, 0)) {
+    MakeReplaceable(to);
+    if (!RetryWhileBusy(from, [&] {
+            return CopyFileExW(Wide(from), Wide(to), nullptr, nullptr, nullptr, 0) != 0;
+        })) {
         ThrowLastError(message, GetLastError());
     }
 }
 
 void RemoveFolder(const std::u16string& path, const char* message) {
-    ClearReadOnly(path);
+    MakeReplaceable(path);
     if (!RemoveDirectoryW(Wide(path))) {
         ThrowLastError(message, GetLastError());
     }
 }
 
 void RemoveFile(const std::u16string& path, const char* message) {
-    ClearReadOnly(path);
-    if (!DeleteFileW(Wide(path))) {
+    MakeReplaceable(path);
+    if (!RetryWhileBusy(path, [&] { return DeleteFileW(Wide(path)) != 0; })) {
         ThrowLastError(message, GetLastError());
     }
 }
 
+// A link below the item copied is left out: neither the link nor what it points at is copied.
 void CopyEntry(const std::u16string& from, const std::u16string& to, const Entry& entry, int depth,
                const char* message) {
     CheckDepth(depth, message);
+    if (depth > 0 && entry.isLink()) {
+        return;
+    }
     if (!entry.isFolder()) {
         CopyFileOver(from, to, message);
         return;
@@ -129,7 +140,7 @@ void DeleteEntry(const std::u16string& path, const Entry& entry, int depth, cons
         RemoveFile(path, message);
         return;
     }
-    // A folder link goes, never what it points to.
+    // A link goes, never what it points to.
     if (!entry.isLink()) {
         for (const Entry& child : ListFolder(path, message)) {
             DeleteEntry(path + u"\\" + child.name, child, depth + 1, message);
@@ -145,22 +156,31 @@ void MoveContents(const std::u16string& from, const std::u16string& to, int dept
 void MoveEntry(const std::u16string& from, const std::u16string& to, const Entry& entry, int depth,
                const char* message) {
     CheckDepth(depth, message);
-    if (entry.isFolder() && IsFolder(to)) {
+    if (entry.isFolder() && !entry.isLink() && IsFolder(to)) {
         MoveContents(from, to, depth, message);
         return;
     }
     if (!entry.isFolder()) {
-        ClearReadOnly(to);
+        MakeReplaceable(to);
     }
     // No MOVEFILE_COPY_ALLOWED: across volumes we copy and delete item by item ourselves, so a
     // failure leaves every source item whose copy did not complete where it was.
     const DWORD flags = entry.isFolder() ? 0 : MOVEFILE_REPLACE_EXISTING;
-    if (MoveFileExW(Wide(from), Wide(to), flags)) {
+    if (RetryWhileBusy(from, [&] { return MoveFileExW(Wide(from), Wide(to), flags) != 0; })) {
         return;
     }
     const DWORD error = GetLastError();
     if (error != ERROR_NOT_SAME_DEVICE) {
         ThrowLastError(message, error);
+    }
+    // Across volumes a link cannot travel: the one inside the tree goes with its source (as a copy
+    // leaves it out), the one the caller named stays, refused. Never is its target entered.
+    if (entry.isLink()) {
+        if (depth == 0) {
+            ThrowLastError(message, error);
+        }
+        DeleteEntry(from, entry, depth, message);
+        return;
     }
     if (entry.isFolder()) {
         MakeFolder(to, message);
@@ -179,13 +199,19 @@ void MoveContents(const std::u16string& from, const std::u16string& to, int dept
     RemoveFolder(from, message);
 }
 
-// The entry record of an existing item; the caller's checks have made sure it exists.
+// The entry record of an existing item; the caller's checks have made sure it exists. Its own
+// find record carries the reparse tag; a root has none, and no tag.
 Entry EntryOf(const std::u16string& longPath, const char* message) {
+    WIN32_FIND_DATAW found;
+    const UniqueFindHandle search(FindFirstFileW(Wide(longPath), &found));
+    if (search.valid()) {
+        return Entry{u"", found.dwFileAttributes, found.dwReserved0};
+    }
     const DWORD attributes = AttributesOf(longPath);
     if (attributes == INVALID_FILE_ATTRIBUTES) {
         ThrowLastError(message, GetLastError());
     }
-    return Entry{u"", attributes};
+    return Entry{u"", attributes, 0};
 }
 
 // A copy or move onto itself or into its own tree would never end; the shell refuses it too.
@@ -256,7 +282,8 @@ size_t DeepestBelowLong(const std::u16string& longFolder, size_t enough, int dep
             continue;
         }
         size_t length = name.size() + 1;
-        const bool folder = (found.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
+        const bool folder =
+            (found.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0 && !IsLinkEntry(found);
         if (length <= enough && folder && depth < kMaxDepth) {
             length += DeepestBelowLong(longFolder + u"\\" + name, enough - length, depth + 1);
         }

@@ -11,24 +11,34 @@
 #include "foundation/exception.h"
 #include "foundation/windows/file_manager.h"
 #include "foundation/windows/file_manager_handles.h"
+#include "foundation/windows/shell_dialog_flags.h"
 
 namespace slib {
 
 using file_manager_detail::ComScope;
 using file_manager_detail::Wide;
 
+namespace {
+
+// Whether the shell started the item's program. ShellExecuteW itself asks for no error UI; the
+// extended call keeps that and adds NOASYNC: the COM scope ends right after, which could cancel
+// work the shell had only queued.
+bool ShellOpen(const String& path) {
+    SHELLEXECUTEINFOW request = {};
+    request.cbSize = sizeof(request);
+    request.fMask = SEE_MASK_NOASYNC | SEE_MASK_FLAG_NO_UI | ShellExecuteQuietMask();
+    request.lpVerb = L"open";
+    request.lpFile = path.wide();
+    request.nShow = SW_SHOWNORMAL;
+    return ShellExecuteExW(&request) != FALSE;
+}
+
+}  // namespace
+
 void FileManager::openFile(const String& path) const {
     // Associations may be shell extensions that need COM on this thread.
     const ComScope com;
-    SHELLEXECUTEINFOW execute{};
-    execute.cbSize = sizeof execute;
-    // Finished before returning: the COM scope ends right after, which could cancel work the
-    // shell had only queued. No error dialogs, as with ShellExecuteW: failures are reported.
-    execute.fMask = SEE_MASK_NOASYNC | SEE_MASK_FLAG_NO_UI;
-    execute.lpVerb = L"open";
-    execute.lpFile = path.wide();
-    execute.nShow = SW_SHOWNORMAL;
-    if (!ShellExecuteExW(&execute)) {
+    if (!ShellOpen(path)) {
         Throw(kUnclassified, "Cannot open file in the default application");
     }
 }

@@ -6,14 +6,12 @@
 #include "foundation/error_codes.h"
 #include "foundation/exception.h"
 #include "foundation/windows/file_manager.h"
+#include "foundation/windows/file_sharing.h"
+#include "foundation/windows/replacement_file.h"
 #include "foundation/windows/unique_handles.h"
 
 namespace slib {
 namespace {
-
-const wchar_t* Wide(const std::u16string& text) {
-    return reinterpret_cast<const wchar_t*>(text.c_str());
-}
 
 constexpr DWORD kChunk = 1u << 30;
 
@@ -28,9 +26,8 @@ std::vector<uint8_t> ReadPictureFile(const String& path, const char* missingMess
         Throw(kBadParameter, "This is not a picture.");
     }
     const std::u16string longPath = WithLongPathPrefix(path.units());
-    UniqueFileHandle file(CreateFileW(Wide(longPath), GENERIC_READ,
-                                      FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
-                                      nullptr, OPEN_EXISTING, FILE_FLAG_SEQUENTIAL_SCAN, nullptr));
+    UniqueFileHandle file = OpenShared(longPath, GENERIC_READ, FileUse::kRead, OPEN_EXISTING,
+                                       FILE_FLAG_SEQUENTIAL_SCAN);
     if (!file) {
         ThrowLastError("Cannot open the picture file", GetLastError());
     }
@@ -59,34 +56,8 @@ std::vector<uint8_t> ReadPictureFile(const String& path, const char* missingMess
 }
 
 void WritePictureFile(const String& path, const std::vector<uint8_t>& bytes) {
-    // Written beside the target and then moved over it, so a failed write never costs the
-    // file that was there before.
-    const std::u16string longPath = WithLongPathPrefix(path.units());
-    const std::u16string partial = longPath + u".vf-partial";
-    {
-        UniqueFileHandle file(CreateFileW(Wide(partial), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS,
-                                          FILE_ATTRIBUTE_NORMAL, nullptr));
-        if (!file) {
-            ThrowLastError("Cannot create the target picture file", GetLastError());
-        }
-        size_t done = 0;
-        while (done < bytes.size()) {
-            const DWORD want = static_cast<DWORD>(std::min<size_t>(bytes.size() - done, kChunk));
-            DWORD wrote = 0;
-            if (!WriteFile(file.get(), bytes.data() + done, want, &wrote, nullptr) || wrote == 0) {
-                const DWORD error = GetLastError();
-                file.reset();
-                DeleteFileW(Wide(partial));
-                ThrowLastError("Cannot write the target picture file", error);
-            }
-            done += wrote;
-        }
-    }
-    if (!MoveFileExW(Wide(partial), Wide(longPath), MOVEFILE_REPLACE_EXISTING)) {
-        const DWORD error = GetLastError();
-        DeleteFileW(Wide(partial));
-        ThrowLastError("Cannot create the target picture file", error);
-    }
+    ReplaceFileContents(path.units(), bytes.data(), bytes.size(),
+                        "Cannot create the target picture file");
 }
 
 }  // namespace slib

@@ -1,0 +1,17 @@
+#include "foundation/windows/shell_dialog_flags.h"
+
+#include "foundation/windows/interactive_desktop.h"
+
+namespace slib {
+
+FILEOP_FLAGS FileOperationFlags() {
+    // No FOF_ALLOWUNDO: deletions bypass the recycle bin.
+    const FILEOP_FLAGS always = FOF_SILENT | FOF_NOCONFIRMATION;
+    return file_manager_detail::HasInteractiveDesktop() ? always : always | FOF_NOERRORUI;
+}
+
+ULONG ShellExecuteQuietMask() {
+    return file_manager_detail::HasInteractiveDesktop() ? 0 : SEE_MASK_FLAG_NO_UI;
+}
+
+}  // namespace slib
