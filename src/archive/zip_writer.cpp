@@ -44,14 +44,15 @@ void AppendNtfsTimeExtra(std::vector<uint8_t>& out, const EntryTime& time) {
     if (!time.hasFileTime) {
         return;
     }
-    AppendLe16(out, kNtfsExtraId);
-    AppendLe16(out, 32);
-    AppendLe32(out, 0);  // reserved
-    AppendLe16(out, kNtfsTimesTag);
-    AppendLe16(out, 24);
-    for (int field = 0; field < 3; ++field) {
-        AppendLe64(out, time.fileTime);
+    uint8_t field[36] = {};
+    StoreLe16(field, kNtfsExtraId);
+    StoreLe16(field + 2, 32);
+    StoreLe16(field + 8, kNtfsTimesTag);  // after four reserved bytes
+    StoreLe16(field + 10, 24);
+    for (size_t at = 12; at < sizeof field; at += 8) {
+        StoreLe64(field + at, time.fileTime);
     }
+    out.insert(out.end(), field, field + sizeof field);
 }
 
 }  // namespace

@@ -13,6 +13,8 @@ namespace archive {
 
 namespace {
 
+constexpr size_t kLongestPath = 32767;  // characters, long-path prefix and terminator included
+
 const wchar_t* Wide(const std::u16string& text) {
     return reinterpret_cast<const wchar_t*>(text.c_str());
 }
@@ -90,6 +92,10 @@ class DiskEntryFile : public EntryFile {
             FailEntryNotExtracted();
         }
         committed_ = true;
+        // Read-only last of all: the file could not have been written or replaced afterwards.
+        if (time.attributes != 0) {
+            SetFileAttributesW(Wide(final_), time.attributes);
+        }
     }
 
   private:
@@ -120,7 +126,16 @@ std::u16string DiskExtractTarget::join(const RelativePath& path, size_t count) c
         }
         joined += path[i];
     }
-    return slib::WithLongPathPrefix(joined);
+    std::u16string full = slib::WithLongPathPrefix(joined);
+    if (full.size() >= kLongestPath) {
+        std::u16string name;
+        for (size_t i = 0; i < count; ++i) {
+            name += (i == 0 ? u"" : u"/") + path[i];
+        }
+        FailEntryRefused(name, "the path it would have is longer than the " +
+                                   std::to_string(kLongestPath) + " characters Windows allows");
+    }
+    return full;
 }
 
 void DiskExtractTarget::ensureFolders(const RelativePath& path, size_t count) {

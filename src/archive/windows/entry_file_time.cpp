@@ -61,4 +61,11 @@ std::optional<FILETIME> FileTimeFromEntryTime(const EntryTime& time) {
     return std::nullopt;
 }
 
+uint8_t KeptAttributes(DWORD attributes) {
+    if (attributes == INVALID_FILE_ATTRIBUTES) {
+        return 0;
+    }
+    return static_cast<uint8_t>(attributes & (FILE_ATTRIBUTE_READONLY | FILE_ATTRIBUTE_HIDDEN));
+}
+
 }  // namespace archive

@@ -16,4 +16,7 @@ EntryTime EntryTimeFromFileTime(const FILETIME& time);
 // the DOS fields read as local time; nothing when none gives a valid time.
 std::optional<FILETIME> FileTimeFromEntryTime(const EntryTime& time);
 
+// The read-only and hidden bits of a file's attributes (INVALID_FILE_ATTRIBUTES gives none).
+uint8_t KeptAttributes(DWORD attributes);
+
 }  // namespace archive
