@@ -78,12 +78,15 @@ bool IsPictureOfKeyword(const slib::Data& bytes, int32_t keyword) {
     return facts && PictureKeywordAccepts(keyword, facts->kind);
 }
 
-// A name and nothing else is how an empty file is stored (the host keeps no empty stream); a
-// name that is a link ("file:...") is not.
+// A file name and nothing else is how an empty file is stored (the host keeps no empty
+// stream); references ("file:...", "size:...") hold a colon, which no file name can.
 bool IsEmptyNamedFile(const FmxBinaryData& container) {
     const fmlib::TextPtr name = fmlib::NewText();
-    return fmlib::BinaryDataGetFNAMData(container, *name) == 0 && fmlib::TextSize(*name) > 0 &&
-           FileLinks(container).empty();
+    if (fmlib::BinaryDataGetFNAMData(container, *name) != 0) {
+        return false;
+    }
+    const std::u16string units = fmlib::TextUnits(*name);
+    return !units.empty() && units.find_first_of(u":\r\n") == std::u16string::npos;
 }
 
 }  // namespace
