@@ -212,7 +212,8 @@ class Interop(unittest.TestCase):
         with zipfile.ZipFile(self.path("times.zip")) as archive:
             self.assertEqual(archive.getinfo("locked.txt").external_attr & 0x01, 0x01)
             self.assertEqual(archive.getinfo("late.txt").external_attr & 0x01, 0)
-        self.assertEqual(decompress(self.path("times.zip"), self.path("out")), OK)
+        for _ in range(2):  # the second time over the read-only file of the first
+            self.assertEqual(decompress(self.path("times.zip"), self.path("out")), OK)
         self.assertEqual(int(os.stat(self.path("out/late.txt")).st_mtime), when)
         self.assertEqual(os.stat(self.path("out/locked.txt")).st_mode & 0o222, 0)
         self.assertNotEqual(os.stat(self.path("out/late.txt")).st_mode & 0o200, 0)

@@ -87,6 +87,14 @@ class DiskEntryFile : public EntryFile {
             SetFileTime(handle_.get(), nullptr, nullptr, &*modified);
         }
         handle_.reset();
+        if (written_ != final_) {
+            // An older read-only file of the name (from unpacking the same archive before, say)
+            // is replaced like any other; the system would refuse the move onto it.
+            const DWORD older = GetFileAttributesW(Wide(final_));
+            if (older != INVALID_FILE_ATTRIBUTES && (older & FILE_ATTRIBUTE_READONLY) != 0) {
+                SetFileAttributesW(Wide(final_), older & ~FILE_ATTRIBUTE_READONLY);
+            }
+        }
         if (written_ != final_ &&
             !MoveFileExW(Wide(written_), Wide(final_), MOVEFILE_REPLACE_EXISTING)) {
             FailEntryNotExtracted();
