@@ -1,7 +1,8 @@
 // The decoders and sniffers that VFile_Read and VFile_Write run on untrusted input: hex-dump and
-// Base64 text (as UTF-16 units), file heads for pictures, MIME types and UTF-8, and RTF made
-// plain ASCII. A decode either throws slib::Exception or returns bytes that encode back to an
-// equivalent text; decoding in pieces (as from a large host text) gives the same outcome.
+// Base64 text (as UTF-16 units), file heads for pictures, MIME types and UTF-8, RTF made plain
+// ASCII, and RTF font names swapped for placeholders. A decode either throws slib::Exception or
+// returns bytes that encode back to an equivalent text; decoding in pieces (as from a large host
+// text) gives the same outcome.
 // fuzz-sources: src/foundation/*.cpp
 #include <cstdint>
 #include <cstdlib>
@@ -15,6 +16,7 @@
 #include "foundation/mime_sniffing.h"
 #include "foundation/picture_sniffing.h"
 #include "foundation/rtf_escape.h"
+#include "foundation/rtf_font_names.h"
 #include "foundation/text_detection.h"
 
 namespace {
@@ -83,6 +85,18 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     for (const char c : escaped) {
         if (static_cast<unsigned char>(c) >= 0x80) {
             std::abort();  // the escaped form must be plain ASCII
+        }
+    }
+    // Swapping font names keeps everything else: with no name swapped the text is unchanged,
+    // and each placeholder stands in the result.
+    const slib::PlaceholderFontNames swapped = slib::ReplaceUnicodeFontNames(rtf);
+    if (swapped.names.empty() && swapped.rtf != rtf) {
+        std::abort();
+    }
+    for (const auto& [placeholder, name] : swapped.names) {
+        const std::string ascii(placeholder.begin(), placeholder.end());
+        if (name.empty() || swapped.rtf.find(ascii) == std::string::npos) {
+            std::abort();
         }
     }
     return 0;

@@ -1,7 +1,8 @@
 // fuzz-sources: src/archive/*.cpp src/foundation/*.cpp
 // fuzz-libs: -lz -ldeflate
 // The whole unpacking path on an archive held in memory: end records, central directory, names,
-// containment, inflate and verification, into a memory target that only counts what it gets.
+// containment, inflate and verification, into a memory target that only counts what it gets and
+// checks that every name it is given is one Windows can use.
 #include <cstddef>
 #include <cstdint>
 #include <memory>
@@ -9,6 +10,7 @@
 #include "archive/memory_io.h"
 #include "archive/zip_reader.h"
 #include "foundation/exception.h"
+#include "foundation/item_name_rules.h"
 
 namespace {
 
@@ -39,6 +41,9 @@ class CountingTarget : public archive::ExtractTarget {
             if (part.empty() || part == u"." || part == u".." ||
                 part.find_first_of(u"/\\:") != std::u16string::npos) {
                 __builtin_trap();  // a component that could leave the target folder
+            }
+            if (slib::CheckNameComponent(part) != slib::NameProblem::kNone || part.size() > 255) {
+                __builtin_trap();  // a name Windows could not use, or not hold
             }
         }
     }

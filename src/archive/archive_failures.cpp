@@ -2,6 +2,7 @@
 
 #include "foundation/error_codes.h"
 #include "foundation/exception.h"
+#include "foundation/utf_conversion.h"
 
 namespace archive {
 
@@ -28,6 +29,16 @@ void FailEntryUnreadable() {
 }
 void FailEntryNotExtracted() {
     slib::Throw(slib::kBadParameter, "Unable to get zip item");
+}
+
+void FailEntryRefused(std::u16string_view name, const std::string& reason) {
+    std::u16string shown;
+    for (const char16_t unit : name) {
+        shown += unit == u'\0' ? std::u16string(u"\\0") : std::u16string(1, unit);
+    }
+    const std::string message =
+        "Unable to get zip item \"" + slib::Utf16ToUtf8(shown) + "\": " + reason;
+    slib::Throw(slib::kBadParameter, message.c_str());
 }
 
 }  // namespace archive

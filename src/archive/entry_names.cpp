@@ -3,13 +3,12 @@
 #include <array>
 #include <cstdint>
 
+#include "foundation/item_name_rules.h"
 #include "foundation/utf_conversion.h"
 
 namespace archive {
 
 namespace {
-
-constexpr size_t kMaximumNameLength = 259;  // MAX_PATH less its terminator
 
 bool IsSeparator(char16_t unit) {
     return unit == u'\\' || unit == u'/';
@@ -93,10 +92,8 @@ std::optional<std::vector<std::u16string>> ResolveInsideFolder(std::u16string_vi
                 return std::nullopt;
             }
             components.pop_back();
-        } else if (part.find(u':') != std::u16string_view::npos) {
-            return std::nullopt;
         } else if (!part.empty() && part != u".") {
-            components.emplace_back(part);
+            components.push_back(slib::MakeNameComponentUsable(part));
         }
         start = end + 1;
     }
@@ -143,11 +140,7 @@ bool IsUtf8(std::string_view bytes) {
 }
 
 std::u16string DecodeStoredName(std::string_view bytes, bool utf8, OemDecoder decodeOem) {
-    std::u16string name = utf8 ? slib::Utf8ToUtf16(bytes) : decodeOem(bytes);
-    if (name.size() > kMaximumNameLength) {
-        name.resize(kMaximumNameLength);
-    }
-    return name;
+    return utf8 ? slib::Utf8ToUtf16(bytes) : decodeOem(bytes);
 }
 
 }  // namespace archive

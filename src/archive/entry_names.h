@@ -25,15 +25,16 @@ bool IsStoredWithoutCompression(std::u16string_view entryName);
 std::u16string SanitiseEntryName(std::u16string name);
 
 // The folders and file a sanitised name leads to, from the extraction folder down ("a/./b/" gives
-// {"a", "b"}); nullopt when it would leave that folder (a ".." reaching above it) or names
-// something other than a plain child item (a component holding ":", a drive or stream).
+// {"a", "b"}), each part made usable on Windows by slib::MakeNameComponentUsable ("aux.txt" gives
+// "aux_.txt", "a:b" gives "a_b", so no part can name a device or a stream); nullopt when it would
+// leave that folder (a ".." reaching above it). A NUL is left in place for the caller to refuse.
 std::optional<std::vector<std::u16string>> ResolveInsideFolder(std::u16string_view name);
 
-// A stored name as the extraction sees it: bit 11 set means UTF-8, otherwise the bytes are in the
-// system's OEM code page (`decodeOem`). At most 259 characters are kept.
 // True when `bytes` is well-formed UTF-8 (plain ASCII included).
 bool IsUtf8(std::string_view bytes);
 
+// A stored name as the extraction sees it, whole: bit 11 set means UTF-8, otherwise the bytes are
+// in the system's OEM code page (`decodeOem`).
 using OemDecoder = std::u16string (*)(std::string_view bytes);
 std::u16string DecodeStoredName(std::string_view bytes, bool utf8, OemDecoder decodeOem);
 

@@ -18,11 +18,20 @@ constexpr uint32_t kZip64EndRecordSize = 56;
 constexpr uint32_t kZip64LocatorSize = 20;
 
 constexpr uint16_t kZip64ExtraId = 0x0001;
+constexpr uint16_t kNtfsExtraId = 0x000A;
+constexpr uint16_t kNtfsTimesTag = 0x0001;  // inside 0x000A: modified, accessed, created
 constexpr uint16_t kTimestampExtraId = 0x5455;
 constexpr uint16_t kUnicodePathExtraId = 0x7075;
 
 constexpr uint16_t kMethodStored = 0;
 constexpr uint16_t kMethodDeflated = 8;
+constexpr uint16_t kMethodDeflate64 = 9;
+constexpr uint16_t kMethodBzip2 = 12;
+constexpr uint16_t kMethodLzma = 14;
+constexpr uint16_t kMethodZstandard = 93;
+constexpr uint16_t kMethodXz = 95;
+constexpr uint16_t kMethodPpmd = 98;
+constexpr uint16_t kMethodAes = 99;  // WinZip's encryption, the real method inside
 
 constexpr uint16_t kFlagEncrypted = 1 << 0;
 constexpr uint16_t kFlagDataDescriptor = 1 << 3;
@@ -40,6 +49,8 @@ constexpr uint32_t kMax32 = 0xFFFFFFFF;
 constexpr uint8_t kHostUnix = 3;
 constexpr uint8_t kHostMacOs = 19;
 
+constexpr uint32_t kDosAttributeReadOnly = 0x01;
+constexpr uint32_t kDosAttributeHidden = 0x02;
 constexpr uint32_t kDosAttributeFolder = 0x10;
 constexpr uint32_t kDosAttributeArchive = 0x20;
 

@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <cstring>
 #include <iterator>
+#include <string>
 
 #include "archive/archive_failures.h"
 #include "archive/byte_order.h"
@@ -46,6 +47,53 @@ bool AddWithin(uint64_t a, uint64_t b, uint64_t limit, uint64_t& sum) {
     }
     sum = a + b;
     return true;
+}
+
+constexpr size_t kLongestNamePart = 255;  // characters in one file or folder name
+
+std::string MethodName(uint16_t method) {
+    const char* name = nullptr;
+    switch (method) {
+        case kMethodDeflate64:
+            name = "Deflate64";
+            break;
+        case kMethodBzip2:
+            name = "BZip2";
+            break;
+        case kMethodLzma:
+            name = "LZMA";
+            break;
+        case kMethodZstandard:
+            name = "Zstandard";
+            break;
+        case kMethodXz:
+            name = "XZ";
+            break;
+        case kMethodPpmd:
+            name = "PPMd";
+            break;
+        default:
+            return std::to_string(method);
+    }
+    return std::string(name) + " (" + std::to_string(method) + ")";
+}
+
+// The NTFS field: four reserved bytes, then tagged attributes; tag 1 holds the modification,
+// access and creation times, of which the first is kept.
+void ReadNtfsTimes(const uint8_t* field, size_t size, EntryTime& time) {
+    for (size_t at = 4; at + 4 <= size;) {
+        const uint16_t tag = LoadLe16(field + at);
+        const size_t length = LoadLe16(field + at + 2);
+        if (length > size - at - 4) {
+            return;
+        }
+        if (tag == kNtfsTimesTag && length >= 8) {
+            time.hasFileTime = true;
+            time.fileTime = LoadLe64(field + at + 4);
+            return;
+        }
+        at += 4 + length;
+    }
 }
 
 // CRC and size of the bytes written so far, checked against the entry's claims as they arrive.
@@ -200,6 +248,8 @@ ArchiveEntry ZipReader::readEntry() {
     entry.compressed = LoadLe32(header + 20);
     entry.uncompressed = LoadLe32(header + 24);
     entry.localOffset = LoadLe32(header + 42);
+    entry.time.attributes =
+        static_cast<uint8_t>(LoadLe32(header + 38) & (kDosAttributeReadOnly | kDosAttributeHidden));
 
     const uint8_t* extra = variable.data() + nameLength;
     std::optional<std::string_view> unicodeName;
@@ -231,6 +281,8 @@ ArchiveEntry ZipReader::readEntry() {
         } else if (id == kTimestampExtraId && size >= 5 && (field[0] & 1) != 0) {
             entry.time.hasUnixTime = true;
             entry.time.unixTime = static_cast<int32_t>(LoadLe32(field + 1));
+        } else if (id == kNtfsExtraId) {
+            ReadNtfsTimes(field, size, entry.time);
         }
         at += 4 + size;
     }
@@ -281,12 +333,26 @@ void ZipReader::claimSpan(uint64_t start, uint64_t end) {
 
 EntryData ZipReader::locateData(const ArchiveEntry& entry) {
     if ((entry.flags & (kFlagEncrypted | kFlagStrongEncryption)) != 0 ||
-        (entry.method != kMethodStored && entry.method != kMethodDeflated)) {
-        FailEntryNotExtracted();
+        entry.method == kMethodAes) {
+        FailEntryRefused(entry.name, "it is encrypted, and encrypted entries cannot be unpacked");
+    }
+    if (entry.method != kMethodStored && entry.method != kMethodDeflated) {
+        FailEntryRefused(entry.name, "its compression method " + MethodName(entry.method) +
+                                         " is not supported (only stored and deflated are)");
+    }
+    if (entry.name.find(u'\0') != std::u16string::npos) {
+        FailEntryRefused(entry.name, "its name holds a NUL character");
     }
     std::optional<RelativePath> path = ResolveInsideFolder(entry.name);
     if (!path || (!entry.folder && path->empty())) {
         FailEntryNotExtracted();
+    }
+    for (const std::u16string& part : *path) {
+        if (part.size() > kLongestNamePart) {
+            FailEntryRefused(entry.name, "a part of its name is longer than the " +
+                                             std::to_string(kLongestNamePart) +
+                                             " characters Windows allows");
+        }
     }
     EntryData data;
     data.path = std::move(*path);

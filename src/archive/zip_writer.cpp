@@ -28,18 +28,31 @@ uint32_t Clamp32(uint64_t value) {
     return value >= kMax32 ? kMax32 : static_cast<uint32_t>(value);
 }
 
-bool UnixTimeFits(const EntryTime& time) {
-    return time.hasUnixTime && time.unixTime >= INT32_MIN && time.unixTime <= INT32_MAX;
-}
-
 void AppendTimestampExtra(std::vector<uint8_t>& out, const EntryTime& time) {
-    if (!UnixTimeFits(time)) {
+    if (!time.hasUnixTime || !FitsUnixTimeField(time.unixTime)) {
         return;
     }
     AppendLe16(out, kTimestampExtraId);
     AppendLe16(out, 5);
     out.push_back(1);  // modification time present
     AppendLe32(out, static_cast<uint32_t>(static_cast<int32_t>(time.unixTime)));
+}
+
+// The exact time as Windows tools keep it. Only the modification time is known, so it stands
+// for the access and creation times too (a zero there would read as 1601).
+void AppendNtfsTimeExtra(std::vector<uint8_t>& out, const EntryTime& time) {
+    if (!time.hasFileTime) {
+        return;
+    }
+    uint8_t field[36] = {};
+    StoreLe16(field, kNtfsExtraId);
+    StoreLe16(field + 2, 32);
+    StoreLe16(field + 8, kNtfsTimesTag);  // after four reserved bytes
+    StoreLe16(field + 10, 24);
+    for (size_t at = 12; at < sizeof field; at += 8) {
+        StoreLe64(field + at, time.fileTime);
+    }
+    out.insert(out.end(), field, field + sizeof field);
 }
 
 }  // namespace
@@ -191,6 +204,7 @@ void ZipWriter::writeLocalHeader(Entry& entry) {
         AppendLe64(extra, 0);
         AppendLe64(extra, 0);
     }
+    AppendNtfsTimeExtra(extra, entry.time);
     AppendTimestampExtra(extra, entry.time);
     AppendLe16(header, static_cast<uint16_t>(extra.size()));
     header.insert(header.end(), entry.name.begin(), entry.name.end());
@@ -238,6 +252,7 @@ void ZipWriter::writeCentralHeader(const Entry& entry) {
         AppendLe16(extra, static_cast<uint16_t>(zip64.size()));
         extra.insert(extra.end(), zip64.begin(), zip64.end());
     }
+    AppendNtfsTimeExtra(extra, entry.time);
     AppendTimestampExtra(extra, entry.time);
     const uint16_t version = usesZip64 ? kVersionZip64 : kVersionDeflate;
     std::vector<uint8_t> header;
@@ -257,7 +272,8 @@ void ZipWriter::writeCentralHeader(const Entry& entry) {
     AppendLe16(header, 0);  // comment
     AppendLe16(header, 0);  // disk
     AppendLe16(header, 0);  // internal attributes
-    AppendLe32(header, entry.folder ? kDosAttributeFolder : kDosAttributeArchive);
+    AppendLe32(header, (entry.folder ? kDosAttributeFolder : kDosAttributeArchive) |
+                           (entry.time.attributes & (kDosAttributeReadOnly | kDosAttributeHidden)));
     AppendLe32(header, Clamp32(entry.localOffset));
     header.insert(header.end(), entry.name.begin(), entry.name.end());
     header.insert(header.end(), extra.begin(), extra.end());

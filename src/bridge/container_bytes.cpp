@@ -12,6 +12,7 @@
 #include "foundation/picture_sniffing.h"
 #include "foundation/windows/file_manager.h"
 #include "shell/host_objects.h"
+#include "shell/host_text.h"
 #include "shell/host_values.h"
 #include "shell/value_conversion.h"
 
@@ -77,6 +78,17 @@ bool IsPictureOfKeyword(const slib::Data& bytes, int32_t keyword) {
     return facts && PictureKeywordAccepts(keyword, facts->kind);
 }
 
+// A file name and nothing else is how an empty file is stored (the host keeps no empty
+// stream); references ("file:...", "size:...") hold a colon, which no file name can.
+bool IsEmptyNamedFile(const FmxBinaryData& container) {
+    const fmlib::TextPtr name = fmlib::NewText();
+    if (fmlib::BinaryDataGetFNAMData(container, *name) != 0) {
+        return false;
+    }
+    const std::u16string units = fmlib::TextUnits(*name);
+    return !units.empty() && units.find_first_of(u":\r\n") == std::u16string::npos;
+}
+
 }  // namespace
 
 std::shared_ptr<const slib::Data> ContainerFileBytes(const FmxBinaryData& container,
@@ -93,6 +105,8 @@ std::shared_ptr<const slib::Data> ContainerFileBytes(const FmxBinaryData& contai
             stored = InflateStream(stored.data(), stored.size());
         }
         bytes = std::make_shared<slib::Data>(std::move(stored));
+    } else if (IsEmptyNamedFile(container)) {
+        bytes = std::make_shared<slib::Data>(std::vector<uint8_t>());
     } else {
         const slib::String linked = LinkedFilePath(container, paths);
         bytes = slib::FileManager().readWholeFile(linked);

@@ -183,6 +183,10 @@ std::string RichEditControl::rtf() const {
     if (stream.dwError != 0) {
         ThrowCannotConvert(stream.dwError);
     }
+    // Some controls end the stream with a terminating zero, which is no part of the document.
+    while (!out.empty() && out.back() == '\0') {
+        out.pop_back();
+    }
     return slib::StandardRtfOpening(slib::EscapeRtfNonAscii(out));
 }
 

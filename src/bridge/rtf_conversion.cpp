@@ -1,6 +1,11 @@
 #include "bridge/rtf_conversion.h"
 
+#include <string_view>
+
 #include "bridge/rich_edit_control.h"
+#include "foundation/error_codes.h"
+#include "foundation/exception.h"
+#include "foundation/rtf_font_names.h"
 #include "shell/host_data.h"
 #include "shell/host_text.h"
 #include "shell/host_values.h"
@@ -60,8 +65,13 @@ fmlib::CharacterStylePtr StyleOf(const RichFormat& format, const FmxData& fontSo
 
 std::vector<uint8_t> StyledTextToRtf(const FmxText& text, const FmxData& fontSource,
                                      const FmxExprEnv& env) {
+    const std::u16string units = fmlib::TextUnits(text);
+    // The control takes text up to a NUL only; RTF has no form for one either.
+    if (units.find(u'\0') != std::u16string::npos) {
+        slib::Throw(slib::kBadParameter, "Rich text cannot hold a NUL character");
+    }
     RichEditControl control;
-    control.setText(fmlib::TextUnits(text));
+    control.setText(units);
     const uint32_t size = fmlib::TextSize(text);
     fmlib::CharacterStylePtr current = fmlib::NewCharacterStyle();
     fmlib::CharacterStylePtr next = fmlib::NewCharacterStyle();
@@ -89,11 +99,19 @@ std::vector<uint8_t> StyledTextToRtf(const FmxText& text, const FmxData& fontSou
 
 fmlib::TextPtr RtfToStyledText(const slib::Data& rtf, const FmxData& fontSource,
                                const FmxExprEnv& env) {
+    const slib::PlaceholderFontNames swapped = slib::ReplaceUnicodeFontNames(
+        std::string_view(reinterpret_cast<const char*>(rtf.bytes().data()), rtf.size()));
     RichEditControl control;
-    control.loadRtf(rtf.bytes().data(), rtf.size());
+    control.loadRtf(reinterpret_cast<const uint8_t*>(swapped.rtf.data()), swapped.rtf.size());
     fmlib::TextPtr text = fmlib::MakeText(control.text());
     for (const RichEditControl::Run& run : control.runs()) {
-        const fmlib::CharacterStylePtr style = StyleOf(run.format, fontSource, env);
+        RichFormat format = run.format;
+        for (const auto& [placeholder, name] : swapped.names) {
+            if (format.font == placeholder) {
+                format.font = name;
+            }
+        }
+        const fmlib::CharacterStylePtr style = StyleOf(format, fontSource, env);
         fmlib::TextSetStyle(*text, *style, static_cast<uint32_t>(run.start),
                             static_cast<uint32_t>(run.end - run.start));
     }

@@ -8,6 +8,8 @@
 #include <string>
 
 #include "bridge/encoding_keywords.h"
+#include "foundation/error_codes.h"
+#include "foundation/exception.h"
 #include "foundation/text_detection.h"
 #include "foundation/windows/unique_handles.h"
 #include "shell/host_text.h"
@@ -64,12 +66,14 @@ std::vector<uint8_t> EncodeText(const FmxText& text, int32_t encoding) {
     fmlib::TextPtr marked = fmlib::CopyText(text);
     const fmlib::TextPtr sentinel = fmlib::MakeText(u"x");
     fmlib::TextAppendText(*marked, *sentinel, 0, 1);
-    // A UTF-16 unit takes at most three bytes in UTF-8 (a pair of units four) and at most two in
-    // the host's other encodings; the zero bytes beyond the end are walked over, so a tight
-    // bound keeps that walk short.
-    const uint64_t perUnit = encoding == encoding::kUtf8 ? 3 : 2;
-    const uint64_t wanted = uint64_t{fmlib::TextSize(*marked)} * perUnit + 1;
-    const uint32_t capacity = static_cast<uint32_t>(std::min<uint64_t>(wanted, 0xFFFFFFFFu));
+    // No code page takes more than four bytes for a UTF-16 unit (UTF-8 and GB18030 at most
+    // four for a pair, three for one unit), and "default" or "dos" may be any of them, UTF-8
+    // included, so every encoding gets the same room.
+    const uint64_t wanted = uint64_t{fmlib::TextSize(*marked)} * 4 + 1;
+    if (wanted > 0xFFFFFFFFu) {
+        slib::Throw(slib::kBadParameter, "Text too long to convert in one piece");
+    }
+    const auto capacity = static_cast<uint32_t>(wanted);
     // Fresh pages are zero already and cost memory only where the host writes.
     const slib::UniqueVirtualMemory buffer(
         VirtualAlloc(nullptr, capacity, MEM_RESERVE | MEM_COMMIT, PAGE_READWRITE));
@@ -82,8 +86,11 @@ std::vector<uint8_t> EncodeText(const FmxText& text, int32_t encoding) {
     while (end > 0 && bytes[end - 1] == 0) {
         --end;
     }
-    const size_t length = end > 0 ? end - 1 : 0;
-    return std::vector<uint8_t>(bytes, bytes + length);
+    // Without the sentinel at the end the host stopped early: the bytes are not the whole text.
+    if (end == 0 || bytes[end - 1] != 'x') {
+        slib::Throw(slib::kBadParameter, "Text did not fit the conversion buffer");
+    }
+    return std::vector<uint8_t>(bytes, bytes + end - 1);
 }
 
 std::vector<uint8_t> Utf16Bytes(const FmxText& text) {

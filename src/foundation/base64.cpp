@@ -123,8 +123,14 @@ void Base64Decoder::Feed(std::u16string_view text) {
         }
     }
     for (; position < size; ++position) {
-        if (text[position] != u'=' && sextet(text[position]) != kSkip) {
+        const int8_t value = text[position] == u'=' ? kSkip : sextet(text[position]);
+        if (value == kInvalid) {
             ThrowNotBase64();
+        }
+        if (value >= 0) {
+            // Blocks joined after their padding: other decoders keep the first block and drop
+            // the rest without a word, so this refuses rather than guess.
+            Throw(kBadParameter, "Base64 text holds padding before the end");
         }
     }
     group_ = group;

@@ -13,7 +13,8 @@ namespace slib {
 std::string EncodeBase64(const uint8_t* bytes, size_t size);
 
 // Blanks, tabs and line breaks anywhere are skipped; padding is optional but, when present, ends
-// the text. Any other character, or a lone final character, throws -50.
+// the text: alphabet characters after it ("SGk=\rSGk=") throw -50 "padding before the end". Any
+// other character, or a lone final character, throws -50.
 std::vector<uint8_t> DecodeBase64(std::u16string_view text);
 
 // The same decoding for text that arrives in pieces of any size (a host text read a range at a

@@ -138,9 +138,29 @@ TEST(Malformed, EachDamageFailsAtItsStepAndKeepsWhatCameBefore) {
              }
          },
          kNotExtracted, onlyA, 1},
-        {"method other than stored or deflated",
-         [](Bytes& b) { StoreLe16(&b[CentralHeader(b, 1) + 10], 12); }, kNotExtracted, onlyA, 0},
-        {"encrypted", [](Bytes& b) { b[CentralHeader(b, 1) + 8] |= 1; }, kNotExtracted, onlyA, 0},
+        {"method BZip2", [](Bytes& b) { StoreLe16(&b[CentralHeader(b, 1) + 10], 12); },
+         "-50 Unable to get zip item \"b.bin\": its compression method BZip2 (12) is not "
+         "supported (only stored and deflated are)",
+         onlyA, 0},
+        {"method LZMA", [](Bytes& b) { StoreLe16(&b[CentralHeader(b, 1) + 10], 14); },
+         "-50 Unable to get zip item \"b.bin\": its compression method LZMA (14) is not "
+         "supported (only stored and deflated are)",
+         onlyA, 0},
+        {"method 7", [](Bytes& b) { StoreLe16(&b[CentralHeader(b, 1) + 10], 7); },
+         "-50 Unable to get zip item \"b.bin\": its compression method 7 is not supported (only "
+         "stored and deflated are)",
+         onlyA, 0},
+        {"encrypted", [](Bytes& b) { b[CentralHeader(b, 1) + 8] |= 1; },
+         "-50 Unable to get zip item \"b.bin\": it is encrypted, and encrypted entries cannot be "
+         "unpacked",
+         onlyA, 0},
+        {"encrypted with AES", [](Bytes& b) { StoreLe16(&b[CentralHeader(b, 1) + 10], 99); },
+         "-50 Unable to get zip item \"b.bin\": it is encrypted, and encrypted entries cannot be "
+         "unpacked",
+         onlyA, 0},
+        {"NUL in the name",
+         [](Bytes& b) { b[CentralHeader(b, 1) + archive::kCentralHeaderSize + 1] = 0; },
+         "-50 Unable to get zip item \"b\\0bin\": its name holds a NUL character", onlyA, 0},
     };
     // Each damage to the second entry is met once by the whole-entry inflate and once by the
     // streaming one.
@@ -165,10 +185,26 @@ TEST(Malformed, NamesLandInsideTheTargetOrAreRefused) {
     const Outcome outcome = Extract(Build({{u"C:\\x\\..\\..\\evil.txt", "1"},
                                            {u"/etc/x", "2"},
                                            {u"a/b/../../c.txt", "3"},
+                                           {u"d/b:stream", "6"},
+                                           {u"aux.txt", "7"},
                                            {u"../outside.txt", "4"},
                                            {u"never.txt", "5"}}));
     EXPECT_EQ(outcome.failure, kNotExtracted);
-    EXPECT_EQ(outcome.tree, (Tree{{"evil.txt", "1"}, {"etc/x", "2"}, {"c.txt", "3"}}));
+    EXPECT_EQ(outcome.tree, (Tree{{"evil.txt", "1"},
+                                  {"etc/x", "2"},
+                                  {"c.txt", "3"},
+                                  {"d/b_stream", "6"},
+                                  {"aux_.txt", "7"}}));
+}
+
+TEST(Malformed, ANamePartLongerThanWindowsAllowsIsRefusedByName) {
+    const std::u16string part(256, u'n');
+    const Outcome outcome =
+        Extract(Build({{u"ok/" + std::u16string(255, u'k'), "1"}, {u"d/" + part, "2"}}));
+    EXPECT_EQ(outcome.failure, "-50 Unable to get zip item \"d/" + std::string(256, 'n') +
+                                   "\": a part of its name is longer than the 255 characters "
+                                   "Windows allows");
+    EXPECT_EQ(outcome.tree, (Tree{{"ok/" + std::string(255, 'k'), "1"}}));
 }
 
 }  // namespace

@@ -10,6 +10,7 @@
 #include "archive/memory_io.h"
 #include "archive/zip_format.h"
 #include "archive/zip_reader.h"
+#include "archive/zip_writer.h"
 #include "archive_test_support.h"
 #include "foundation/utf_conversion.h"
 
@@ -128,6 +129,59 @@ TEST(RoundTrip, StreamedEntriesCommentsAndTrailingBytesAreRead) {
     EXPECT_EQ(outcome.failure, "");
     EXPECT_EQ(outcome.tree,
               (std::map<std::string, std::string>{{"a.txt", Text(3000, 1)}, {"b.txt", "bee"}}));
+}
+
+TEST(RoundTrip, TimesAndAttributesKeepWhatEachFieldCanHold) {
+    struct Row {
+        const char* what;
+        archive::EntryTime time;
+        bool unixField;  // written and read back
+    };
+    auto make = [](uint64_t fileTime, int64_t unixTime, uint8_t attributes) {
+        archive::EntryTime time;
+        time.hasFileTime = true;
+        time.fileTime = fileTime;
+        time.hasUnixTime = archive::FitsUnixTimeField(unixTime);
+        time.unixTime = unixTime;
+        time.attributes = attributes;
+        return time;
+    };
+    const Row rows[] = {
+        {"2110, hidden", make(160624512001234567, 4417977600, archive::kDosAttributeHidden), false},
+        {"1969, read-only", make(116444735990000000, -1, archive::kDosAttributeReadOnly), false},
+        {"2020, both", make(132223104000000000, 1577836800, 3), true},
+    };
+    archive::MemoryWriter out;
+    {
+        archive::ZipWriter writer(out, 1);
+        for (const Row& row : rows) {
+            const std::string text(row.what);
+            archive::MemoryStream content(text);
+            writer.addFile(Latin1(row.what), row.time, content, 0);
+        }
+        writer.finish();
+    }
+    const std::vector<archive::ArchiveEntry> entries = Entries(out.bytes);
+    ASSERT_EQ(entries.size(), std::size(rows));
+    for (size_t i = 0; i < entries.size(); ++i) {
+        const archive::EntryTime& back = entries[i].time;
+        EXPECT_TRUE(back.hasFileTime) << rows[i].what;
+        EXPECT_EQ(back.fileTime, rows[i].time.fileTime) << rows[i].what;
+        EXPECT_EQ(back.hasUnixTime, rows[i].unixField) << rows[i].what;
+        EXPECT_EQ(back.attributes, rows[i].time.attributes) << rows[i].what;
+    }
+}
+
+TEST(RoundTrip, DosTimesAreClampedToTheirRange) {
+    constexpr uint64_t kDay = 864000000000;
+    EXPECT_EQ(archive::ClampToDosRange(0), 119600064000000000u);                       // 1601
+    EXPECT_EQ(archive::ClampToDosRange(119600064000000000 - 1), 119600064000000000u);  // 1979
+    EXPECT_EQ(archive::ClampToDosRange(119600064000000000 + kDay), 119600064000000000 + kDay);
+    EXPECT_EQ(archive::ClampToDosRange(160624512000000000), 159992927980000000u);  // 2110
+    EXPECT_FALSE(archive::FitsUnixTimeField(-1));
+    EXPECT_TRUE(archive::FitsUnixTimeField(0));
+    EXPECT_TRUE(archive::FitsUnixTimeField(INT32_MAX));
+    EXPECT_FALSE(archive::FitsUnixTimeField(int64_t{INT32_MAX} + 1));
 }
 
 }  // namespace

@@ -98,10 +98,15 @@ TEST(Base64, ToleratesLineBreaksBlanksAndMissingPadding) {
 
 TEST(Base64, RefusesForeignCharactersAndTruncation) {
     const std::string foreign = "-50 Base64 text holds a character outside the Base64 alphabet";
-    for (const std::u16string& text :
-         {std::u16string(u"Zm9v*"), std::u16string(u"Zm9v-_"), std::u16string(u"Zg==Zg=="),
-          std::u16string(u"Zm\u00E99v"), std::u16string(u"Z=m9")}) {
+    for (const std::u16string& text : {std::u16string(u"Zm9v*"), std::u16string(u"Zm9v-_"),
+                                       std::u16string(u"Zg==*"), std::u16string(u"Zm\u00E99v")}) {
         EXPECT_EQ(FailureOf([&] { DecodeBase64(text); }), foreign);
+    }
+    // Blocks joined after their padding: refused, where Python would keep only the first.
+    const std::string early = "-50 Base64 text holds padding before the end";
+    for (const std::u16string& text :
+         {std::u16string(u"SGk=\rSGk="), std::u16string(u"Zg==Zg=="), std::u16string(u"Z=m9")}) {
+        EXPECT_EQ(FailureOf([&] { DecodeBase64(text); }), early);
     }
     EXPECT_EQ(FailureOf([] { DecodeBase64(u"Zm9vY"); }),
               "-50 Base64 text ends in the middle of a byte");
@@ -140,7 +145,8 @@ TEST(PiecewiseDecoding, CutsAnywhereGiveTheWholeTextsOutcome) {
     ExpectCutsChangeNothing<HexDumpDecoder>({u"48 69 0A", u"4869 0a\r\n\tFF  00\n", u"486 9",
                                              u"48 6", u"48,69", u"4G", u"", u"ABCDEF01"});
     ExpectCutsChangeNothing<Base64Decoder>({u"Zm9vYmFy", u" Zm9v\r\nYmFy \n", u"Zm9vYg=\r\n=",
-                                            u"Zm9vYg", u"Zm9vY", u"Zg==Zg==", u"Z=m9", u""});
+                                            u"Zm9vYg", u"Zm9vY", u"Zg==Zg==", u"Z=m9",
+                                            u"SGk=\rSGk=", u""});
 }
 
 }  // namespace

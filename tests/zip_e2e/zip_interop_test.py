@@ -90,6 +90,9 @@ class Interop(unittest.TestCase):
         make_tree(self.src)
 
     def tearDown(self):
+        for folder, _, files in os.walk(self.dir):
+            for name in files:
+                os.chmod(os.path.join(folder, name), 0o644)
         shutil.rmtree(self.dir, ignore_errors=True)
 
     def path(self, name):
@@ -159,6 +162,68 @@ class Interop(unittest.TestCase):
                                         if not i.is_dir()))
             self.assertEqual(decompress(self.path(name), self.path("out " + name)), OK, name)
             self.assertEqual(tree(self.path("out " + name)), source, name)
+
+    def test_python_names_windows_cannot_use_are_made_usable_and_long_paths_stay_whole(self):
+        deep = "/".join(["d" * 100, "e" * 100, "f" * 100])  # 302 characters with the file
+        stored = {deep + "/aux.txt": b"device", deep + "/q?.txt": b"question",
+                  deep + "/trail.": b"dot", "CON": b"console", "a<b>|c": b"chars",
+                  deep + "/x": b"plain"}
+        with zipfile.ZipFile(self.path("odd.zip"), "w", zipfile.ZIP_DEFLATED) as archive:
+            for name, content in stored.items():
+                archive.writestr(name, content)
+        before = sorted(os.listdir(self.dir))
+        self.assertEqual(decompress(self.path("odd.zip"), self.path("out")), OK)
+        self.assertEqual(sorted(os.listdir(self.dir)), sorted(before + ["out"]))
+        expected = {"d" * 100: None, "d" * 100 + "/" + "e" * 100: None,
+                    "d" * 100 + "/" + "e" * 100 + "/" + "f" * 100: None,
+                    deep + "/aux_.txt": b"device", deep + "/q_.txt": b"question",
+                    deep + "/trail_": b"dot", "CON_": b"console", "a_b__c": b"chars",
+                    deep + "/x": b"plain"}
+        self.assertEqual(tree(self.path("out")), expected)
+
+    def test_our_archives_of_300_character_paths_round_trip(self):
+        deep = os.path.join(self.src, "p" * 120, "q" * 120, "r" * 60)
+        os.makedirs(deep)
+        for index in range(3):
+            with open(os.path.join(deep, "%d-%s.bin" % (index, "s" * 40)), "wb") as f:
+                f.write(bytes(range(256)) * (index + 1))
+        self.assertEqual(compress(self.src, self.path("long.zip")), OK)
+        with zipfile.ZipFile(self.path("long.zip")) as archive:
+            self.assertTrue(any(len(name) > 300 for name in archive.namelist()))
+        self.assertEqual(decompress(self.path("long.zip"), self.path("out")), OK)
+        self.assertEqual(tree(self.path("out")), tree(self.src))
+
+    def test_times_beyond_dos_and_attributes_survive_our_round_trip(self):
+        when = 4417977600 + 12345  # 2110-01-01 03:25:45 UTC
+        late = os.path.join(self.src, "late.txt")
+        with open(late, "wb") as f:
+            f.write(b"from the future")
+        os.utime(late, (when, when))
+        if int(os.stat(late).st_mtime) != when:
+            self.skipTest("the file system here cannot hold a 2110 time")
+        locked = os.path.join(self.src, "locked.txt")
+        with open(locked, "wb") as f:
+            f.write(b"read only")
+        os.chmod(locked, 0o444)
+        self.assertEqual(compress(self.src, self.path("times.zip")), OK)
+        listing = subprocess.run(["unzip", "-l", self.path("times.zip"), "late.txt"],
+                                 env=dict(UTF8_ENV, TZ="UTC"), capture_output=True, text=True)
+        self.assertRegex(listing.stdout, r"(2107-12-31|12-31-2107) 23:59 +late\.txt")
+        with zipfile.ZipFile(self.path("times.zip")) as archive:
+            self.assertEqual(archive.getinfo("locked.txt").external_attr & 0x01, 0x01)
+            self.assertEqual(archive.getinfo("late.txt").external_attr & 0x01, 0)
+        for _ in range(2):  # the second time over the read-only file of the first
+            self.assertEqual(decompress(self.path("times.zip"), self.path("out")), OK)
+        self.assertEqual(int(os.stat(self.path("out/late.txt")).st_mtime), when)
+        self.assertEqual(os.stat(self.path("out/locked.txt")).st_mode & 0o222, 0)
+        self.assertNotEqual(os.stat(self.path("out/late.txt")).st_mode & 0o200, 0)
+
+    def test_an_empty_archive_creates_the_target_folder(self):
+        with zipfile.ZipFile(self.path("empty.zip"), "w"):
+            pass
+        self.assertEqual(decompress(self.path("empty.zip"), self.path("made/here")), OK)
+        self.assertTrue(os.path.isdir(self.path("made/here")))
+        self.assertEqual(os.listdir(self.path("made/here")), [])
 
     @unittest.skipUnless(os.environ.get("VF_ZIP_LARGE_TEST") == "1",
                          "set VF_ZIP_LARGE_TEST=1 for the 5 GB file")

@@ -16,6 +16,8 @@ namespace archive {
 
 namespace {
 
+constexpr size_t kLongestPath = 32767;  // characters, long-path prefix and terminator included
+
 const wchar_t* Wide(const std::u16string& text) {
     return reinterpret_cast<const wchar_t*>(text.c_str());
 }
@@ -54,8 +56,16 @@ class DiskEntryFile : public EntryFile {
         handle_ = slib::OpenShared(final_, GENERIC_WRITE, slib::FileUse::kWrite, CREATE_NEW,
                                    FILE_ATTRIBUTE_NORMAL | FILE_FLAG_SEQUENTIAL_SCAN);
         if (!handle_ && GetLastError() == ERROR_FILE_EXISTS) {
+            // An older read-only file of the name (from unpacking the same archive before, say)
+            // is replaced like any other; it gets its bit back if this entry fails.
+            const DWORD older = GetFileAttributesW(Wide(final_));
+            if (older != INVALID_FILE_ATTRIBUTES && (older & FILE_ATTRIBUTE_READONLY) != 0 &&
+                SetFileAttributesW(Wide(final_), older & ~FILE_ATTRIBUTE_READONLY)) {
+                clearedReadOnly_ = older;
+            }
             replacement_ = std::make_unique<slib::ReplacementFile>(final_);
             if (!replacement_->valid()) {
+                restoreReadOnly();
                 FailEntryNotExtracted();
             }
         } else if (!handle_) {
@@ -66,6 +76,9 @@ class DiskEntryFile : public EntryFile {
         if (!committed_ && handle_) {
             handle_.reset();
             DeleteFileW(Wide(final_));
+        }
+        if (!committed_) {
+            restoreReadOnly();
         }
     }
 
@@ -91,14 +104,24 @@ class DiskEntryFile : public EntryFile {
         }
         handle_.reset();
         committed_ = true;
+        // Read-only last of all: the file could not have been written or replaced afterwards.
+        if (time.attributes != 0) {
+            SetFileAttributesW(Wide(final_), time.attributes);
+        }
     }
 
   private:
     HANDLE handle() const { return replacement_ ? replacement_->handle() : handle_.get(); }
+    void restoreReadOnly() {
+        if (clearedReadOnly_ != 0) {
+            SetFileAttributesW(Wide(final_), clearedReadOnly_);
+        }
+    }
 
     std::u16string final_;
     slib::UniqueFileHandle handle_;                       // the new file under its final name
     std::unique_ptr<slib::ReplacementFile> replacement_;  // or the one replacing a file
+    DWORD clearedReadOnly_ = 0;  // the older file's attributes, when its read-only bit was cleared
     bool committed_ = false;
 };
 
@@ -118,7 +141,16 @@ std::u16string DiskExtractTarget::join(const RelativePath& path, size_t count) c
         }
         joined += path[i];
     }
-    return slib::WithLongPathPrefix(joined);
+    std::u16string full = slib::WithLongPathPrefix(joined);
+    if (full.size() >= kLongestPath) {
+        std::u16string name;
+        for (size_t i = 0; i < count; ++i) {
+            name += (i == 0 ? u"" : u"/") + path[i];
+        }
+        FailEntryRefused(name, "the path it would have is longer than the " +
+                                   std::to_string(kLongestPath) + " characters Windows allows");
+    }
+    return full;
 }
 
 void DiskExtractTarget::ensureFolders(const RelativePath& path, size_t count) {

@@ -65,6 +65,7 @@ FolderWalk WalkFolder(const std::u16string& source) {
         WalkedItem walked{listing.relativePath + u"\\" + name,
                           EntryTimeFromFileTime(item.ftLastWriteTime),
                           uint64_t{item.nFileSizeHigh} << 32 | item.nFileSizeLow};
+        walked.time.attributes = KeptAttributes(item.dwFileAttributes);
         if ((item.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) == 0) {
             walk.files.push_back(std::move(walked));
             continue;

@@ -12,6 +12,7 @@
 #include "archive/memory_io.h"
 #include "archive/windows/archive_files.h"
 #include "archive/windows/disk_extract_target.h"
+#include "archive/windows/entry_file_time.h"
 #include "archive/windows/folder_walk.h"
 #include "archive/windows/oem_names.h"
 #include "archive/windows/small_file_prefetch.h"
@@ -79,7 +80,10 @@ void CompressItem(const slib::String& source, const slib::String& target) {
         ZipWriter zip(writer, WorkerCount());
         if (!walk.sourceIsFolder) {
             FileStream file(source.units());
-            zip.addFile(LastComponent(source.units()), file.time(), file, file.size());
+            EntryTime time = file.time();
+            time.attributes =
+                KeptAttributes(GetFileAttributesW(Wide(slib::WithLongPathPrefix(source.units()))));
+            zip.addFile(LastComponent(source.units()), time, file, file.size());
         } else {
             if (walk.folders.empty() && walk.files.empty()) {
                 FailNothingToAdd();
@@ -103,8 +107,11 @@ void CompressItem(const slib::String& source, const slib::String& target) {
             for (size_t index = 0; index < walk.files.size(); ++index) {
                 const std::u16string name =
                     StoredNameFromRelativePath(walk.files[index].relativePath);
+                // The walk listed the attributes; the file's own time is the one read with it.
+                const uint8_t attributes = walk.files[index].time.attributes;
                 if (std::optional<PrefetchedFile> small = prefetch.take(index)) {
                     MemoryStream content(small->bytes.data(), small->bytes.size());
+                    small->time.attributes = attributes;
                     zip.addFile(name, small->time, content, small->bytes.size());
                     continue;
                 }
@@ -115,7 +122,9 @@ void CompressItem(const slib::String& source, const slib::String& target) {
                     continue;
                 }
                 FileStream file(paths[index]);
-                zip.addFile(name, file.time(), file, file.size());
+                EntryTime time = file.time();
+                time.attributes = attributes;
+                zip.addFile(name, time, file, file.size());
             }
         }
         zip.finish();
@@ -130,6 +139,7 @@ void DecompressArchive(const slib::String& archive, const slib::String& target) 
     }
     DiskExtractTarget disk(target.units());
     ExtractArchive(source, disk, &DecodeOemName);
+    disk.makeFolder({});  // the target folder, even for an archive without entries
 }
 
 }  // namespace archive
