@@ -38,6 +38,14 @@ echo "== staging $name"
 mkdir -p "$stage/fmhost" "$stage/LICENSES"
 signed=$("$root/scripts/release/sign.sh" "$bin/Vantafile.fmx64" "$stage/Vantafile.fmx64")
 cp "$bin/fmhost.exe" "$bin/FMWrapper.dll" "$stage/fmhost/"
+printf '%s\r\n' \
+    "fmhost.exe: the emulated host, a command-line stand-in for FileMaker that loads a plug-in" \
+    "and evaluates calculations. FMWrapper.dll is its own runtime: never copy it into FileMaker." \
+    "" \
+    "    fmhost.exe --plugin ..\\Vantafile.fmx64 -e \"VFile_Version( \\\"long\\\" )\"" \
+    "" \
+    "Scripting the plug-in with it: ..\\docs\\host.html (options, script files, output) and" \
+    "..\\docs\\host-language.html (the calculations it understands)." >"$stage/fmhost/README.txt"
 cp "$root/CHANGELOG.md" "$stage/"
 python3 "$root/scripts/release/doc_pages.py" --root "$root" --out "$stage/docs"
 "$root/scripts/release/readme.sh" "$root" "$signed" >"$stage/README.txt"
