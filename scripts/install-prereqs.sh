@@ -20,6 +20,8 @@ packages=(
     zip unzip
     # The zip interoperability test and the zip benchmark.
     python3
+    # The release checks: Authenticode signing with a throwaway certificate, the HTML reference.
+    osslsigncode openssl cmark-gfm
 )
 
 missing=()

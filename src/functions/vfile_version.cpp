@@ -4,6 +4,7 @@
 
 #include "functions/handlers.h"
 #include "resources/resource_ids.h"
+#include "resources/version.h"
 #include "shell/call_frame.h"
 #include "shell/host_data.h"
 #include "shell/keyword_lookup.h"
@@ -15,12 +16,13 @@ namespace {
 const char* const kVersionFormats[] = {"short", "long", "platform", "autoupdate"};
 enum VersionFormat { kShort = 0, kLong = 1, kPlatform = 2, kAutoUpdate = 3 };
 
-constexpr char16_t kVersion[] = u"3.0";
+constexpr char16_t kVersion[] = u"" VF_VERSION_SHORT_TEXT;
 constexpr size_t kNameCapacity = 256;
 
 std::u16string AutoUpdateVersion() {
     char digits[16];
-    std::snprintf(digits, sizeof digits, "%02d%02d%02d%02d", 3, 0, 0, 2);
+    std::snprintf(digits, sizeof digits, "%02d%02d%02d%02d", VF_VERSION_MAJOR, VF_VERSION_MINOR,
+                  VF_VERSION_PATCH, VF_VERSION_BUILD);
     return std::u16string(digits, digits + std::char_traits<char>::length(digits));
 }
 

@@ -2,9 +2,11 @@
 // last-error globals, and failures injected into the host underneath a call.
 #include <gtest/gtest.h>
 
+#include <cstdio>
 #include <string>
 
 #include "plugin_harness.h"
+#include "resources/version.h"
 
 namespace {
 
@@ -44,18 +46,24 @@ class CallFrame : public ::testing::Test {
 };
 
 TEST_F(CallFrame, VersionInEveryFormat) {
+    // The release's version comes from the generated header; the forms are what is tested here.
+    const std::string version = VF_VERSION_SHORT_TEXT;
+    const std::string name = "Quorvel Vantafile Plug-In " + version;
+    char autoUpdate[16];
+    std::snprintf(autoUpdate, sizeof autoUpdate, "%02d%02d%02d%02d", VF_VERSION_MAJOR,
+                  VF_VERSION_MINOR, VF_VERSION_PATCH, VF_VERSION_BUILD);
     const struct {
         const char16_t* call;
-        const char* text;
+        std::string text;
     } cases[] = {
-        {u"VFile_Version()", "3.0"},
-        {u"VFile_Version( \"SHORT\" )", "3.0"},
-        {u"VFile_Version( \"Long\" )", "Quorvel Vantafile Plug-In 3.0"},
+        {u"VFile_Version()", version},
+        {u"VFile_Version( \"SHORT\" )", version},
+        {u"VFile_Version( \"Long\" )", name},
         {u"VFile_Version( \"platform\" )", "Windows"},
-        {u"VFile_Version( \"autoupdate\" )", "03000002"},
-        {u"VFile_Version( \"xyz\" )", "3.0"},
-        {u"VFile_Version( \"\" )", "3.0"},
-        {u"VFile_Version( \"long\" ; \"platform\" ; 7 )", "Quorvel Vantafile Plug-In 3.0"},
+        {u"VFile_Version( \"autoupdate\" )", autoUpdate},
+        {u"VFile_Version( \"xyz\" )", version},
+        {u"VFile_Version( \"\" )", version},
+        {u"VFile_Version( \"long\" ; \"platform\" ; 7 )", name},
     };
     for (const auto& c : cases) {
         const TypedValue result = Evaluate(c.call);

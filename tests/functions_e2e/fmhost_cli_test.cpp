@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "resources/version.h"
 #include "support/fmhost_process.h"
 
 namespace {
@@ -52,7 +53,7 @@ TEST(FmhostCli, FailedRegistrationIsUnwoundAndShutdownWithdrawsAll) {
     for (int id = 19; id >= 1; --id)
         expected += " -" + std::to_string(id);
     EXPECT_EQ(RegistrationCalls(run.err), expected);
-    EXPECT_EQ(run.out, "3.0\n");
+    EXPECT_EQ(run.out, VF_VERSION_SHORT_TEXT "\n");
 }
 
 TEST(FmhostCli, EveryThreadSeesTheSameOutcomes) {
@@ -61,8 +62,8 @@ TEST(FmhostCli, EveryThreadSeesTheSameOutcomes) {
                        "VFile_Delete( 12 )", "-e", "VFile_Get( \"lastErrorMessage\" )"});
     EXPECT_EQ(run.exitCode, 0) << run.err;
     std::vector<std::string> expected;
-    for (const char* line :
-         {"Quorvel Vantafile Plug-In 3.0", "-50", "Path parameter must be text"}) {
+    for (const char* line : {"Quorvel Vantafile Plug-In " VF_VERSION_SHORT_TEXT, "-50",
+                             "Path parameter must be text"}) {
         expected.insert(expected.end(), 8, line);
     }
     EXPECT_EQ(Lines(run.out), expected);

@@ -9,6 +9,7 @@
 #include "fmx_constants.h"
 #include "fmx_record.h"
 #include "plugin_harness.h"
+#include "resources/version.h"
 
 namespace {
 
@@ -160,7 +161,7 @@ TEST(Lifecycle, AnswersTheStringQueries) {
     EXPECT_EQ(plugin.Name(), u"Quorvel Vantafile Plug-In");
     const std::u16string description = plugin.Description();
     EXPECT_EQ(description.rfind(u"This plug-in adds file management abilities.\n", 0), 0u);
-    EXPECT_NE(description.find(u"\nVersion 3.0"), std::u16string::npos);
+    EXPECT_NE(description.find(u"\nVersion " VF_VERSION_SHORT_TEXT), std::u16string::npos);
     // The options decline idle messages: the host does not send them.
     EXPECT_FALSE(plugin.SendIdle(0));
 }
