@@ -15,6 +15,8 @@ copy "$docs/libz-mingw-w64-dev/copyright" zlib.txt
 copy "$docs/gcc-mingw-w64-base/copyright" gcc-runtime-libstdc++-libgcc.txt
 copy /usr/share/common-licenses/GPL-3 GPL-3.txt
 copy "$docs/mingw-w64-common/copyright" mingw-w64-runtime-winpthreads.txt
+# libdeflate's licence comes with the source package the build compiles (fetch-libdeflate.sh).
+copy "$root/.cache/libdeflate/source/COPYING" libdeflate.txt
 
 entries=(
     "Vantafile.txt                       the plug-in and the emulated host (ours)"
@@ -25,14 +27,9 @@ entries=(
     "GPL-3.txt                           the GPL version 3 that file refers to"
     "mingw-w64-runtime-winpthreads.txt   the MinGW-w64 C runtime start-up code and winpthreads,"
     "                                    linked in"
+    "libdeflate.txt                      libdeflate, linked into the plug-in for whole-entry"
+    "                                    deflate, inflate and CRC-32"
 )
-# libdeflate, once the plug-in is built with it: its licence comes with its source.
-libdeflate=$(find "$root" -path "$root/build" -prune -o -path "$root/dist" -prune -o \
-    -ipath '*libdeflate*' -type f \( -name COPYING -o -name LICENSE \) -print | head -n 1)
-if [ -n "$libdeflate" ]; then
-    cp "$libdeflate" "$out/libdeflate.txt"
-    entries+=("libdeflate.txt                      libdeflate, linked into the plug-in for deflate")
-fi
 {
     echo "Licences of Quorvel Vantafile and of the libraries built into it"
     echo

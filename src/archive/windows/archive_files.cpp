@@ -6,14 +6,13 @@
 #include "archive/windows/entry_file_time.h"
 #include "foundation/windows/file_manager.h"
 #include "foundation/windows/file_sharing.h"
+#include "foundation/windows/wide_text.h"
 
 namespace archive {
 
 namespace {
 
-const wchar_t* Wide(const std::u16string& text) {
-    return reinterpret_cast<const wchar_t*>(text.c_str());
-}
+using slib::Wide;
 
 // Largest single ReadFile/WriteFile request (their lengths are 32-bit).
 constexpr size_t kMaximumRequest = 1u << 30;

@@ -11,6 +11,7 @@
 #include "foundation/windows/file_sharing.h"
 #include "foundation/windows/replacement_file.h"
 #include "foundation/windows/unique_handles.h"
+#include "foundation/windows/wide_text.h"
 
 namespace archive {
 
@@ -18,9 +19,7 @@ namespace {
 
 constexpr size_t kLongestPath = 32767;  // characters, long-path prefix and terminator included
 
-const wchar_t* Wide(const std::u16string& text) {
-    return reinterpret_cast<const wchar_t*>(text.c_str());
-}
+using slib::Wide;
 
 bool IsFolder(const std::u16string& path) {
     const DWORD attributes = GetFileAttributesW(Wide(path));

@@ -8,14 +8,13 @@
 #include "foundation/windows/file_manager.h"
 #include "foundation/windows/link_entries.h"
 #include "foundation/windows/unique_handles.h"
+#include "foundation/windows/wide_text.h"
 
 namespace archive {
 
 namespace {
 
-const wchar_t* Wide(const std::u16string& text) {
-    return reinterpret_cast<const wchar_t*>(text.c_str());
-}
+using slib::Wide;
 
 // One open folder listing of the walk.
 struct Listing {

@@ -22,10 +22,13 @@
 #include "foundation/windows/file_manager.h"
 #include "foundation/windows/replacement_file.h"
 #include "foundation/windows/unique_handles.h"
+#include "foundation/windows/wide_text.h"
 
 namespace archive {
 
 namespace {
+
+using slib::Wide;
 
 bool OpensAsArchive(const std::u16string& path) {
     FileSource source(path);

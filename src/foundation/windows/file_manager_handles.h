@@ -12,13 +12,12 @@
 
 #include "foundation/utf16_string.h"
 #include "foundation/windows/unique_handles.h"
+#include "foundation/windows/wide_text.h"
 
 namespace slib {
 namespace file_manager_detail {
 
-inline const wchar_t* Wide(const std::u16string& text) {
-    return reinterpret_cast<const wchar_t*>(text.c_str());
-}
+using slib::Wide;
 
 // 0 file, 1 folder, 2 no such item for a path in the form the system gets it (prefixed or not);
 // -54 "Insufficent file permissions" when the system cannot tell.

@@ -1,12 +1,9 @@
 #include "foundation/windows/file_sharing.h"
+#include "foundation/windows/wide_text.h"
 
 namespace slib {
 
 namespace {
-
-const wchar_t* Wide(const std::u16string& text) {
-    return reinterpret_cast<const wchar_t*>(text.c_str());
-}
 
 // Waits between attempts, growing: about one second in all.
 constexpr DWORD kRetryDelays[] = {20, 40, 80, 160, 300, 400};

@@ -7,14 +7,11 @@
 #include "foundation/exception.h"
 #include "foundation/windows/file_manager.h"
 #include "foundation/windows/file_sharing.h"
+#include "foundation/windows/wide_text.h"
 
 namespace slib {
 
 namespace {
-
-const wchar_t* Wide(const std::u16string& text) {
-    return reinterpret_cast<const wchar_t*>(text.c_str());
-}
 
 constexpr DWORD kChunk = 1u << 30;
 constexpr char16_t kPrefix[] = u"~vf-";

@@ -11,14 +11,11 @@
 #include "foundation/exception.h"
 #include "foundation/path_normal_form.h"
 #include "foundation/path_system.h"
+#include "foundation/windows/wide_text.h"
 
 namespace slib {
 
 namespace {
-
-const wchar_t* Wide(const std::u16string& text) {
-    return reinterpret_cast<const wchar_t*>(text.c_str());
-}
 
 std::u16string FromWide(const wchar_t* text, size_t length) {
     return std::u16string(reinterpret_cast<const char16_t*>(text), length);
