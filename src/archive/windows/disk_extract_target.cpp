@@ -55,16 +55,9 @@ class DiskEntryFile : public EntryFile {
         handle_ = slib::OpenShared(final_, GENERIC_WRITE, slib::FileUse::kWrite, CREATE_NEW,
                                    FILE_ATTRIBUTE_NORMAL | FILE_FLAG_SEQUENTIAL_SCAN);
         if (!handle_ && GetLastError() == ERROR_FILE_EXISTS) {
-            // An older read-only file of the name (from unpacking the same archive before, say)
-            // is replaced like any other; it gets its bit back if this entry fails.
-            const DWORD older = GetFileAttributesW(Wide(final_));
-            if (older != INVALID_FILE_ATTRIBUTES && (older & FILE_ATTRIBUTE_READONLY) != 0 &&
-                SetFileAttributesW(Wide(final_), older & ~FILE_ATTRIBUTE_READONLY)) {
-                clearedReadOnly_ = older;
-            }
+            // A read-only file is refused here, as every replace refuses one, and kept.
             replacement_ = std::make_unique<slib::ReplacementFile>(final_);
             if (!replacement_->valid()) {
-                restoreReadOnly();
                 FailEntryNotExtracted();
             }
         } else if (!handle_) {
@@ -75,9 +68,6 @@ class DiskEntryFile : public EntryFile {
         if (!committed_ && handle_) {
             handle_.reset();
             DeleteFileW(Wide(final_));
-        }
-        if (!committed_) {
-            restoreReadOnly();
         }
     }
 
@@ -111,16 +101,10 @@ class DiskEntryFile : public EntryFile {
 
   private:
     HANDLE handle() const { return replacement_ ? replacement_->handle() : handle_.get(); }
-    void restoreReadOnly() {
-        if (clearedReadOnly_ != 0) {
-            SetFileAttributesW(Wide(final_), clearedReadOnly_);
-        }
-    }
 
     std::u16string final_;
     slib::UniqueFileHandle handle_;                       // the new file under its final name
     std::unique_ptr<slib::ReplacementFile> replacement_;  // or the one replacing a file
-    DWORD clearedReadOnly_ = 0;  // the older file's attributes, when its read-only bit was cleared
     bool committed_ = false;
 };
 
