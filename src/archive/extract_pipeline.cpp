@@ -6,6 +6,7 @@
 #include <thread>
 #include <utility>
 
+#include "archive/archive_failures.h"
 #include "archive/file_writer_pool.h"
 #include "archive/read_ahead_source.h"
 #include "archive/zip_reader.h"
@@ -80,8 +81,21 @@ void ReadAhead(ByteSource& source, OemDecoder decodeOem, ExtractStepQueue& queue
         ReadAheadSource readAhead(source);
         ZipReader reader(readAhead, decodeOem);
         const uint64_t count = reader.entryCount();
+        // An entry whose name holds a NUL cannot be named on disk, but says nothing about the
+        // others: it is left out, the rest unpacks, and the call still fails for it at the end.
+        std::exception_ptr leftOut;
         for (uint64_t index = 0; index < count; ++index) {
             ArchiveEntry entry = reader.readEntry();
+            if (entry.name.find(u'\0') != std::u16string::npos) {
+                if (!leftOut) {
+                    try {
+                        FailEntryRefused(entry.name, "its name holds a NUL character");
+                    } catch (...) {
+                        leftOut = std::current_exception();
+                    }
+                }
+                continue;
+            }
             if (entry.folder || entry.compressed > kMostEncodedBytes) {
                 reader.extractEntry(entry, target);
                 continue;
@@ -95,7 +109,9 @@ void ReadAhead(ByteSource& source, OemDecoder decodeOem, ExtractStepQueue& queue
             step.entry = std::move(entry);
             Push(queue, std::move(step));
         }
-        Push(queue, ExtractStep{});
+        ExtractStep finished;
+        finished.failure = leftOut;
+        Push(queue, std::move(finished));
     } catch (const ExtractionAbandoned&) {
     } catch (...) {
         ExtractStep step;
@@ -364,6 +380,9 @@ void ExtractArchive(ByteSource& source, ExtractTarget& target, OemDecoder decode
                     std::rethrow_exception(step.failure);
                 case ExtractStep::Kind::kFinished:
                     files.finish();
+                    if (step.failure) {
+                        std::rethrow_exception(step.failure);
+                    }
                     return;
             }
         }

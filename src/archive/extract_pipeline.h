@@ -33,7 +33,7 @@ struct ExtractStep {
     std::vector<uint8_t> data;   // kData, kEncodedFile
     EntryTime time;              // kCommit
     ArchiveEntry entry;          // kEncodedFile
-    std::exception_ptr failure;  // kFailed
+    std::exception_ptr failure;  // kFailed; kFinished: an entry left out, reported at the end
 };
 
 // The bounded hand-over between the worker and the calling thread. Steps change hands in batches

@@ -181,6 +181,17 @@ TEST(Malformed, EachDamageFailsAtItsStepAndKeepsWhatCameBefore) {
     }
 }
 
+TEST(Malformed, ANulInANameLeavesThatEntryOutAndTheRestUnpacks) {
+    Bytes bytes = Build({{u"a.txt", kA}, {u"n.txt", "nul"}, {u"b.bin", kB}, {u"c.txt", "c"}});
+    bytes[CentralHeader(bytes, 1) + archive::kCentralHeaderSize + 1] = 0;
+    bytes[CentralHeader(bytes, 3) + archive::kCentralHeaderSize + 1] = 0;
+    const Outcome outcome = Extract(bytes);
+    // The first entry left out is the one the call fails for, after all the others.
+    EXPECT_EQ(outcome.failure,
+              "-50 Unable to get zip item \"n\\0txt\": its name holds a NUL character");
+    EXPECT_EQ(outcome.tree, (Tree{{"a.txt", kA}, {"b.bin", kB}}));
+}
+
 TEST(Malformed, NamesLandInsideTheTargetOrAreRefused) {
     const Outcome outcome = Extract(Build({{u"C:\\x\\..\\..\\evil.txt", "1"},
                                            {u"/etc/x", "2"},
