@@ -48,6 +48,15 @@ size_t CentralHeader(const Bytes& bytes, int index) {
 size_t LocalHeader(const Bytes& bytes, int index) {
     return LoadLe32(&bytes[CentralHeader(bytes, index) + 42]);
 }
+// Flips 40 bytes inside an entry's deflate stream, past its first block header.
+void DamageDeflateData(Bytes& bytes, int index) {
+    const size_t local = LocalHeader(bytes, index);
+    const size_t data = local + archive::kLocalHeaderSize + LoadLe16(&bytes[local + 26]) +
+                        LoadLe16(&bytes[local + 28]);
+    for (size_t i = 0; i < 40; ++i) {
+        bytes[data + 20 + i] ^= 0x5A;
+    }
+}
 void Add32(Bytes& bytes, size_t at, int32_t delta) {
     StoreLe32(&bytes[at], LoadLe32(&bytes[at]) + static_cast<uint32_t>(delta));
 }
@@ -116,27 +125,8 @@ TEST(Malformed, EachDamageFailsAtItsStepAndKeepsWhatCameBefore) {
         {"entries overlap",
          [](Bytes& b) { StoreLe32(&b[CentralHeader(b, 1) + 42], LocalHeader(b, 0)); },
          kNotExtracted, onlyA, 0},
-        {"deflate data damaged",
-         [](Bytes& b) {
-             const size_t data = LocalHeader(b, 0) + archive::kLocalHeaderSize +
-                                 LoadLe16(&b[LocalHeader(b, 0) + 26]) +
-                                 LoadLe16(&b[LocalHeader(b, 0) + 28]);
-             for (size_t i = 0; i < 40; ++i) {
-                 b[data + 20 + i] ^= 0x5A;
-             }
-         },
-         kNotExtracted,
-         {},
-         1},
-        {"deflate data of the second damaged",
-         [](Bytes& b) {
-             const size_t data = LocalHeader(b, 1) + archive::kLocalHeaderSize +
-                                 LoadLe16(&b[LocalHeader(b, 1) + 26]) +
-                                 LoadLe16(&b[LocalHeader(b, 1) + 28]);
-             for (size_t i = 0; i < 40; ++i) {
-                 b[data + 20 + i] ^= 0x5A;
-             }
-         },
+        {"deflate data damaged", [](Bytes& b) { DamageDeflateData(b, 0); }, kNotExtracted, {}, 1},
+        {"deflate data of the second damaged", [](Bytes& b) { DamageDeflateData(b, 1); },
          kNotExtracted, onlyA, 1},
         {"method BZip2", [](Bytes& b) { StoreLe16(&b[CentralHeader(b, 1) + 10], 12); },
          "-50 Unable to get zip item \"b.bin\": its compression method BZip2 (12) is not "
