@@ -24,11 +24,8 @@ stage="$build/stage/$name"
 
 echo "== clean Release build in $build"
 rm -rf "$build"
-launcher=()
-if command -v ccache >/dev/null 2>&1; then
-    export CCACHE_BASEDIR="${CCACHE_BASEDIR:-$(dirname "$root")}"
-    launcher=(-DCMAKE_C_COMPILER_LAUNCHER=ccache -DCMAKE_CXX_COMPILER_LAUNCHER=ccache)
-fi
+# shellcheck source=ccache-launcher.sh
+source "$root/scripts/ccache-launcher.sh"
 cmake -S "$root" -B "$build/windows" -DCMAKE_BUILD_TYPE=Release \
       -DCMAKE_TOOLCHAIN_FILE="$root/cmake/mingw-w64-x86_64.cmake" "${launcher[@]}" >/dev/null
 cmake --build "$build/windows" -j"$(nproc)" --target Vantafile fmhost FMWrapper

@@ -152,24 +152,4 @@ std::u16string MakeNameComponentUsable(std::u16string_view component) {
     return usable;
 }
 
-const char* DescribeNameProblem(NameProblem problem) {
-    switch (problem) {
-        case NameProblem::kNone:
-            return "a usable name";
-        case NameProblem::kEmpty:
-            return "an empty name";
-        case NameProblem::kReservedDevice:
-            return "a name Windows reserves for a device";
-        case NameProblem::kTrailingDotOrSpace:
-            return "a name ending in a dot or a space";
-        case NameProblem::kColon:
-            return "a colon in a name";
-        case NameProblem::kForbiddenCharacter:
-            return "a character Windows does not allow in names";
-        case NameProblem::kNul:
-            return "a NUL character in a name";
-    }
-    return "an unusable name";
-}
-
 }  // namespace slib

@@ -41,7 +41,4 @@ std::optional<UnusableComponent> FindUnusableComponent(std::u16string_view path)
 // holding one is refused, not repaired (callers check kNul first).
 std::u16string MakeNameComponentUsable(std::u16string_view component);
 
-// Short English text for a problem, for error messages ("a reserved device name", ...).
-const char* DescribeNameProblem(NameProblem problem);
-
 }  // namespace slib
