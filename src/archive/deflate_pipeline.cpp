@@ -158,12 +158,26 @@ void DeflatePipeline::stop() {
     workAvailable_.notify_all();
 }
 
-DeflateBlock* DeflatePipeline::acquire() {
-    if (free_.empty()) {
+namespace {
+
+size_t GrownBytes(size_t inputBytes) {
+    return inputBytes > DeflatePipeline::kBlockSize ? 2 * inputBytes : 0;
+}
+
+}  // namespace
+
+DeflateBlock* DeflatePipeline::acquire(size_t inputBytes) {
+    const size_t grown = GrownBytes(inputBytes);
+    if (free_.empty() ||
+        (grown != 0 && grownBytes_ != 0 && grownBytes_ + grown > kMostWholeEntryBytes)) {
         return nullptr;
     }
     DeflateBlock* block = free_.back();
     free_.pop_back();
+    if (grown != 0) {
+        block->input.resize(inputBytes);
+        grownBytes_ += grown;
+    }
     block->dictionary.clear();
     block->done.store(false);
     block->failed = false;
@@ -184,6 +198,12 @@ void DeflatePipeline::waitFor(DeflateBlock* block) {
 }
 
 void DeflatePipeline::release(DeflateBlock* block) {
+    // A block grown for one whole entry goes back to a block's size, its memory to the system.
+    if (const size_t grown = GrownBytes(block->input.size())) {
+        grownBytes_ -= grown;
+        block->input = std::vector<uint8_t>(kBlockSize);
+        block->output = {};
+    }
     free_.push_back(block);
 }
 

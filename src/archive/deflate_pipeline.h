@@ -5,10 +5,13 @@
 // block finishes the stream), so the blocks concatenate into one raw deflate stream that loses
 // almost nothing against deflating the entry in one go. The workers touch only memory and zlib.
 //
-// An entry that fits in one block is deflated whole by libdeflate instead (faster, as small).
+// An entry up to kWholeEntryLimit is read into one block of its own size and deflated whole by
+// libdeflate instead, on whichever worker is free: about three times zlib's speed for the same
+// size, and entries then spread over the workers as blocks of one large entry do.
 //
-// A fixed set of blocks is reused for the whole archive: memory stays bounded whatever the size
-// of the files, and the caller waits for the oldest block when all are in flight.
+// A fixed set of blocks is reused for the whole archive, and the blocks grown for whole entries
+// hold at most kMostWholeEntryBytes between them: memory stays bounded whatever the size of the
+// files, and the caller waits for the oldest block when no block can be had.
 
 #include <atomic>
 #include <condition_variable>
@@ -48,14 +51,19 @@ class DeflatePipeline {
   public:
     static constexpr size_t kBlockSize = 512 * 1024;
     static constexpr size_t kDictionarySize = 32 * 1024;
+    static constexpr size_t kWholeEntryLimit = 8 * 1024 * 1024;
+    // Input and output of the grown blocks out at once.
+    static constexpr size_t kMostWholeEntryBytes = 32 * 1024 * 1024;
 
     // `workers` threads (at least one), each with its own deflate state at `level`.
     DeflatePipeline(unsigned workers, int level);
     DeflatePipeline(const DeflatePipeline&) = delete;
     DeflatePipeline& operator=(const DeflatePipeline&) = delete;
 
-    // A block to fill, or null when every block is in flight (wait for the oldest, release it).
-    DeflateBlock* acquire();
+    // A block whose input has room for `inputBytes` (at least a block's worth), or null when
+    // every block is in flight or the grown ones would pass their allowance (wait for the oldest,
+    // release it). A grown block alone is always granted.
+    DeflateBlock* acquire(size_t inputBytes = kBlockSize);
     void submit(DeflateBlock* block);
     void waitFor(DeflateBlock* block);
     void release(DeflateBlock* block);
@@ -66,6 +74,7 @@ class DeflatePipeline {
 
     std::vector<std::unique_ptr<DeflateBlock>> blocks_;
     std::vector<DeflateBlock*> free_;
+    size_t grownBytes_ = 0;  // input and output of the blocks out grown past kBlockSize
     std::mutex mutex_;
     std::condition_variable workAvailable_;
     std::condition_variable blockDone_;

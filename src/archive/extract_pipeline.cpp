@@ -16,8 +16,6 @@ namespace archive {
 namespace {
 
 constexpr size_t kMostSpareBuffers = 32;
-// Entries up to this size go whole to the writer pool, still stored or deflated.
-constexpr size_t kMostEncodedBytes = 2 * 1024 * 1024;
 // Larger buffers are not kept for reuse: the spare ones stay a few megabytes in all.
 constexpr size_t kLargestSpareBuffer = 256 * 1024;
 
@@ -96,13 +94,17 @@ void ReadAhead(ByteSource& source, OemDecoder decodeOem, ExtractStepQueue& queue
                 }
                 continue;
             }
-            if (entry.folder || entry.compressed > kMostEncodedBytes) {
+            if (entry.folder || !EntryDecoder::DecodesWhole(entry)) {
                 reader.extractEntry(entry, target);
                 continue;
             }
             ExtractStep step;
             step.kind = ExtractStep::Kind::kEncodedFile;
             EntryData data = reader.locateData(entry);
+            step.claim = queue.claimWholeEntry(EntryDecoder::WholeEntryBytes(entry));
+            if (!step.claim) {
+                throw ExtractionAbandoned{};
+            }
             step.data = queue.spareBuffer();
             reader.readData(entry, data, step.data);
             step.path = std::move(data.path);
@@ -179,9 +181,12 @@ void ExtractStepQueue::takeAll(std::deque<ExtractStep>& batch) {
 }
 
 void ExtractStepQueue::close() {
-    std::lock_guard<std::mutex> lock(mutex_);
-    closed_ = true;
-    roomMade_.notify_one();
+    {
+        std::lock_guard<std::mutex> lock(mutex_);
+        closed_ = true;
+        roomMade_.notify_one();
+    }
+    wholeEntries_.close();
 }
 
 std::vector<uint8_t> ExtractStepQueue::spareBuffer() {
@@ -250,6 +255,7 @@ class FileDispatcher {
         job.path = std::move(step.path);
         job.entry = std::move(step.entry);
         job.encoded = std::move(step.data);
+        job.claim = std::move(step.claim);
         batchBytes_ += job.encoded.size();
         batch_.push_back(std::move(job));
         if (batchBytes_ >= kMostBatchBytes) {

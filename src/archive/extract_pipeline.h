@@ -6,8 +6,9 @@
 // order, each only once its entry is verified, so a failure leaves what unpacking on one thread
 // would: the files before it, nothing after it.
 //
-// The worker runs at most a bounded amount ahead (bytes and steps), so memory stays bounded
-// whatever the archive holds.
+// The worker runs at most a bounded amount ahead (bytes and steps), and the whole entries read,
+// being decoded or written hold at most a bounded number of bytes between them (ByteBudget), so
+// memory stays bounded whatever the archive holds.
 
 #include <condition_variable>
 #include <cstddef>
@@ -17,6 +18,7 @@
 #include <mutex>
 #include <vector>
 
+#include "archive/byte_budget.h"
 #include "archive/entry_time.h"
 #include "archive/extract_target.h"
 #include "archive/zip_reader.h"
@@ -34,6 +36,7 @@ struct ExtractStep {
     EntryTime time;              // kCommit
     ArchiveEntry entry;          // kEncodedFile
     std::exception_ptr failure;  // kFailed; kFinished: an entry left out, reported at the end
+    ByteBudget::Claim claim;     // kEncodedFile: its share of the budget, until it is written
 };
 
 // The bounded hand-over between the worker and the calling thread. Steps change hands in batches
@@ -43,19 +46,24 @@ class ExtractStepQueue {
   public:
     static constexpr size_t kMostBytesAhead = 8 * 1024 * 1024;
     static constexpr size_t kMostStepsAhead = 4096;
+    // Whole entries: encoded plus decoded bytes, from reading to written.
+    static constexpr size_t kMostWholeEntryBytes = 32 * 1024 * 1024;
 
     // Waits while the queue is full. False once the calling thread has stopped taking steps.
     bool push(ExtractStep step);
     // Waits for steps, then moves every step queued so far into `batch` (which must be empty).
     void takeAll(std::deque<ExtractStep>& batch);
-    // The calling thread takes no more steps; a waiting push returns false.
+    // The calling thread takes no more steps; a waiting push or claim returns nothing.
     void close();
+    // Waits until a whole entry of `bytes` (encoded and decoded) fits; empty once closed.
+    ByteBudget::Claim claimWholeEntry(size_t bytes) { return wholeEntries_.claim(bytes); }
 
     // Data buffers go round between the threads instead of being allocated per chunk.
     std::vector<uint8_t> spareBuffer();
     void recycle(std::vector<uint8_t> buffer);
 
   private:
+    ByteBudget wholeEntries_{kMostWholeEntryBytes};  // first: outlives the claims of queued steps
     std::mutex mutex_;
     std::condition_variable stepsQueued_;
     std::condition_variable roomMade_;

@@ -3,7 +3,7 @@
 // Inflate then runs on more than one core, and the waits of each new file on the file system
 // (under Wine, round trips to the server process) overlap. Commits still follow archive order
 // (CommitOrder). The pool holds the encoded bytes of at most kMostQueuedBytes (or one batch)
-// waiting and of kThreads files being written, each small, so its memory is bounded.
+// waiting, and every job carries its claim on the whole entries' byte budget until it is written.
 
 #include <condition_variable>
 #include <cstdint>
@@ -12,6 +12,7 @@
 #include <mutex>
 #include <vector>
 
+#include "archive/byte_budget.h"
 #include "archive/commit_order.h"
 #include "archive/entry_time.h"
 #include "archive/extract_target.h"
@@ -26,6 +27,7 @@ struct FileJob {
     RelativePath path;
     ArchiveEntry entry;
     std::vector<uint8_t> encoded;
+    ByteBudget::Claim claim;  // given back once the file is written
 };
 
 class FileWriterPool {

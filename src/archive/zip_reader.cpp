@@ -17,6 +17,8 @@ namespace archive {
 namespace {
 
 constexpr size_t kChunkSize = 256 * 1024;
+// A decoder's buffers beyond this were grown for one large entry and are not kept for the next.
+constexpr size_t kLargestKeptBuffer = 1024 * 1024;
 constexpr size_t kWindowSize = 256 * 1024;
 // How far from the end the end record is looked for: its largest comment, plus as much
 // trailing junk again.
@@ -402,13 +404,27 @@ void EntryDecoder::decode(const ArchiveEntry& entry, ByteSource& source, uint64_
     if (entry.method == kMethodStored) {
         input_.resize(kChunkSize);
         copyStored(entry, source, start, file);
-    } else if (entry.uncompressed <= kWholeEntryLimit && entry.compressed <= kWholeEntryLimit) {
+    } else if (DecodesWhole(entry)) {
         inflateWhole(entry, source, start, file);
+        if (output_.capacity() > kLargestKeptBuffer || input_.capacity() > kLargestKeptBuffer) {
+            output_ = {};
+            input_ = {};
+        }
     } else {
         input_.resize(kChunkSize);
         output_.resize(kChunkSize);
         inflateData(entry, source, start, file);
     }
+}
+
+bool EntryDecoder::DecodesWhole(const ArchiveEntry& entry) {
+    return entry.compressed <= kWholeEntryLimit &&
+           (entry.method == kMethodStored || entry.uncompressed <= kWholeEntryLimit);
+}
+
+size_t EntryDecoder::WholeEntryBytes(const ArchiveEntry& entry) {
+    const uint64_t decoded = entry.method == kMethodStored ? 0 : entry.uncompressed;
+    return static_cast<size_t>(entry.compressed + decoded);
 }
 
 void EntryDecoder::inflateWhole(const ArchiveEntry& entry, ByteSource& source, uint64_t dataStart,

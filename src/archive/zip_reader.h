@@ -58,7 +58,12 @@ class EntryDecoder {
     // A deflated entry up to this size (both sizes) is read whole and inflated in one libdeflate
     // call into a buffer of its declared size; a larger one streams through zlib, so memory
     // stays bounded whatever the archive claims.
-    static constexpr uint64_t kWholeEntryLimit = 2u << 20;
+    static constexpr uint64_t kWholeEntryLimit = 8u << 20;
+
+    static bool DecodesWhole(const ArchiveEntry& entry);
+    // What decoding `entry` whole holds in memory: its encoded bytes, and the decoded ones when
+    // they differ.
+    static size_t WholeEntryBytes(const ArchiveEntry& entry);
 
     void decode(const ArchiveEntry& entry, ByteSource& source, uint64_t start, EntryFile& file);
 

@@ -95,8 +95,16 @@ void ZipWriter::addFile(std::u16string_view name, const EntryTime& time, ByteStr
     entries_[index].zip64Local = sizeHint >= kZip64LocalThreshold;
     std::vector<uint8_t>& tail = dictionaryTail_;
     tail.clear();
+    // A file expected to fit is read into one block with a byte to spare: a block left short is
+    // the whole file, deflated in one go; one filled up means the file grew since it was
+    // listed, and the rest follows in blocks as for a large file.
+    size_t blockBytes =
+        sizeHint <= DeflatePipeline::kWholeEntryLimit
+            ? std::max(static_cast<size_t>(sizeHint) + 1, DeflatePipeline::kBlockSize)
+            : DeflatePipeline::kBlockSize;
     for (;;) {
-        DeflateBlock* block = nextFreeBlock();
+        DeflateBlock* block = nextFreeBlock(blockBytes);
+        blockBytes = DeflatePipeline::kBlockSize;
         size_t filled = 0;
         while (filled < block->input.size()) {
             const size_t got =
@@ -108,7 +116,7 @@ void ZipWriter::addFile(std::u16string_view name, const EntryTime& time, ByteStr
         }
         block->inputLength = filled;
         block->deflate = deflate;
-        block->last = filled < DeflatePipeline::kBlockSize;
+        block->last = filled < block->input.size();
         if (deflate) {
             block->dictionary.assign(tail.begin(), tail.end());
             const size_t keep = std::min(filled, DeflatePipeline::kDictionarySize);
@@ -127,9 +135,9 @@ void ZipWriter::addFile(std::u16string_view name, const EntryTime& time, ByteStr
     drain(false);
 }
 
-DeflateBlock* ZipWriter::nextFreeBlock() {
+DeflateBlock* ZipWriter::nextFreeBlock(size_t inputBytes) {
     for (;;) {
-        if (DeflateBlock* block = pipeline_.acquire()) {
+        if (DeflateBlock* block = pipeline_.acquire(inputBytes)) {
             return block;
         }
         // Every block is queued: the oldest one is the next to go out.

@@ -59,7 +59,7 @@ class ZipWriter {
     };
 
     size_t beginEntry(std::u16string_view name, const EntryTime& time, bool folder);
-    DeflateBlock* nextFreeBlock();
+    DeflateBlock* nextFreeBlock(size_t inputBytes);
     void drain(bool wait);
     void emit(const Pending& pending);
     void writeLocalHeader(Entry& entry);

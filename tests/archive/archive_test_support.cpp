@@ -87,7 +87,9 @@ std::vector<uint8_t> Build(const std::vector<Item>& items) {
             writer.addFolder(item.name, time);
         } else {
             archive::MemoryStream content(item.content);
-            writer.addFile(item.name, time, content, item.content.size());
+            writer.addFile(
+                item.name, time, content,
+                item.listedSize < 0 ? item.content.size() : static_cast<uint64_t>(item.listedSize));
         }
     }
     writer.finish();

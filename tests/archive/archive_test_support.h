@@ -15,6 +15,7 @@ struct Item {
     std::u16string name;
     std::string content;  // ignored for folders
     bool folder = false;
+    int64_t listedSize = -1;  // the size the writer is told; -1: the content's own
 };
 // An archive written by ZipWriter with two workers, items in the given order.
 std::vector<uint8_t> Build(const std::vector<Item>& items);
