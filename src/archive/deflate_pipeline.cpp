@@ -5,7 +5,7 @@
 
 #include <algorithm>
 
-#include "foundation/unique_resource.h"
+#include "archive/joinable_deflate.h"
 
 namespace archive {
 
@@ -28,11 +28,6 @@ class RawDeflater {
 
     bool run(DeflateBlock& block) {
         if (!ready_ || deflateReset(&stream_) != Z_OK) {
-            return false;
-        }
-        if (!block.dictionary.empty() &&
-            deflateSetDictionary(&stream_, block.dictionary.data(),
-                                 static_cast<uInt>(block.dictionary.size())) != Z_OK) {
             return false;
         }
         // Room for the worst case up front, so one call normally does the whole block.
@@ -87,35 +82,6 @@ class RawDeflater {
     bool ready_ = false;
 };
 
-// A whole entry in one block (a file smaller than a block): libdeflate deflates a buffer in one
-// call at twice zlib's speed for the same size, and such entries need no dictionary or flush.
-class WholeDeflater {
-  public:
-    explicit WholeDeflater(int level) : compressor_(libdeflate_alloc_compressor(level)) {}
-
-    bool run(DeflateBlock& block) {
-        if (!compressor_) {
-            return false;
-        }
-        const size_t bound =
-            libdeflate_deflate_compress_bound(compressor_.get(), block.inputLength);
-        if (block.output.size() < bound) {
-            block.output.resize(bound);
-        }
-        block.outputLength =
-            libdeflate_deflate_compress(compressor_.get(), block.input.data(), block.inputLength,
-                                        block.output.data(), block.output.size());
-        return block.outputLength != 0;
-    }
-
-  private:
-    slib::UniqueResource<libdeflate_compressor*, &libdeflate_free_compressor> compressor_;
-};
-
-bool IsWholeEntry(const DeflateBlock& block) {
-    return block.last && block.dictionary.empty();
-}
-
 // Already-compressed content (photos, media, archives under other names) gains nothing from
 // deflate, and deflate is at its slowest on it. Four samples deflated at the fastest level tell
 // such a block apart; it is then written as stored blocks of the same deflate stream, which is
@@ -169,7 +135,7 @@ size_t GrownBytes(size_t inputBytes) {
 DeflateBlock* DeflatePipeline::acquire(size_t inputBytes) {
     const size_t grown = GrownBytes(inputBytes);
     if (free_.empty() ||
-        (grown != 0 && grownBytes_ != 0 && grownBytes_ + grown > kMostWholeEntryBytes)) {
+        (grown != 0 && grownBytes_ != 0 && grownBytes_ + grown > kMostGrownBytes)) {
         return nullptr;
     }
     DeflateBlock* block = free_.back();
@@ -178,7 +144,6 @@ DeflateBlock* DeflatePipeline::acquire(size_t inputBytes) {
         block->input.resize(inputBytes);
         grownBytes_ += grown;
     }
-    block->dictionary.clear();
     block->done.store(false);
     block->failed = false;
     return block;
@@ -208,8 +173,7 @@ void DeflatePipeline::release(DeflateBlock* block) {
 }
 
 void DeflatePipeline::work(int level) {
-    RawDeflater deflater(level);
-    WholeDeflater whole(level);
+    JoinableDeflater deflater(level);
     RawDeflater storing(0);
     RawDeflater fastest(1);
     std::vector<uint8_t> scratch;
@@ -230,7 +194,9 @@ void DeflatePipeline::work(int level) {
             if (LooksIncompressible(fastest, *block, scratch)) {
                 ok = storing.run(*block);
             } else {
-                ok = IsWholeEntry(*block) ? whole.run(*block) : deflater.run(*block);
+                block->outputLength = deflater.deflate(block->input.data(), block->inputLength,
+                                                       block->last, block->output);
+                ok = block->outputLength != 0;
             }
         }
         {

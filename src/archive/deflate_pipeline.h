@@ -1,17 +1,13 @@
 #pragma once
-// Deflates an entry's content block by block on worker threads while the caller reads ahead and
-// writes finished blocks out in order. Each block is deflated on its own with the end of the
-// previous block as its dictionary and ends on a byte boundary (a sync flush; the entry's last
-// block finishes the stream), so the blocks concatenate into one raw deflate stream that loses
-// almost nothing against deflating the entry in one go. The workers touch only memory and zlib.
+// Deflates entries on worker threads while the caller reads ahead and writes finished blocks out
+// in order. An entry up to kWholeEntryLimit is read into one block of its own size and deflated
+// whole by libdeflate, on whichever worker is free; a larger one is cut into parts of kPartSize,
+// deflated alike on all the workers at once, whose streams join into the entry's one stream
+// (joinable_deflate.h). The workers touch only memory and the codecs.
 //
-// An entry up to kWholeEntryLimit is read into one block of its own size and deflated whole by
-// libdeflate instead, on whichever worker is free: about three times zlib's speed for the same
-// size, and entries then spread over the workers as blocks of one large entry do.
-//
-// A fixed set of blocks is reused for the whole archive, and the blocks grown for whole entries
-// hold at most kMostWholeEntryBytes between them: memory stays bounded whatever the size of the
-// files, and the caller waits for the oldest block when no block can be had.
+// A fixed set of blocks is reused for the whole archive, and the blocks grown past kBlockSize for
+// whole entries and parts hold at most kMostGrownBytes between them: memory stays bounded whatever
+// the size of the files, and the caller waits for the oldest block when no block can be had.
 
 #include <atomic>
 #include <condition_variable>
@@ -32,15 +28,14 @@ struct DeflateBlock {
     // much of them is in use.
     std::vector<uint8_t> input;
     size_t inputLength = 0;
-    std::vector<uint8_t> dictionary;  // the previous block's last 32 KiB; empty for a first block
-    bool deflate = true;              // false: stored as it is, only the CRC is computed
-    bool last = false;                // finishes the entry's deflate stream
+    bool deflate = true;  // false: stored as it is, only the CRC is computed
+    bool last = false;    // finishes the entry's deflate stream
 
     // Filled in by the worker.
     std::vector<uint8_t> output;
     size_t outputLength = 0;
     uint32_t crc = 0;
-    bool failed = false;  // zlib refused (out of memory)
+    bool failed = false;  // the codec refused (out of memory)
     std::atomic<bool> done{false};
 
     const uint8_t* data() const { return deflate ? output.data() : input.data(); }
@@ -50,10 +45,10 @@ struct DeflateBlock {
 class DeflatePipeline {
   public:
     static constexpr size_t kBlockSize = 512 * 1024;
-    static constexpr size_t kDictionarySize = 32 * 1024;
+    static constexpr size_t kPartSize = 4 * 1024 * 1024;
     static constexpr size_t kWholeEntryLimit = 8 * 1024 * 1024;
-    // Input and output of the grown blocks out at once.
-    static constexpr size_t kMostWholeEntryBytes = 32 * 1024 * 1024;
+    // Input and output of the blocks grown past kBlockSize out at once.
+    static constexpr size_t kMostGrownBytes = 32 * 1024 * 1024;
 
     // `workers` threads (at least one), each with its own deflate state at `level`.
     DeflatePipeline(unsigned workers, int level);

@@ -93,18 +93,16 @@ void ZipWriter::addFile(std::u16string_view name, const EntryTime& time, ByteStr
     const bool deflate = !IsStoredWithoutCompression(name);
     entries_[index].method = deflate ? kMethodDeflated : kMethodStored;
     entries_[index].zip64Local = sizeHint >= kZip64LocalThreshold;
-    std::vector<uint8_t>& tail = dictionaryTail_;
-    tail.clear();
     // A file expected to fit is read into one block with a byte to spare: a block left short is
     // the whole file, deflated in one go; one filled up means the file grew since it was
-    // listed, and the rest follows in blocks as for a large file.
+    // listed, and the rest follows in parts, as a large file does.
     size_t blockBytes =
         sizeHint <= DeflatePipeline::kWholeEntryLimit
             ? std::max(static_cast<size_t>(sizeHint) + 1, DeflatePipeline::kBlockSize)
-            : DeflatePipeline::kBlockSize;
+            : DeflatePipeline::kPartSize;
     for (;;) {
         DeflateBlock* block = nextFreeBlock(blockBytes);
-        blockBytes = DeflatePipeline::kBlockSize;
+        blockBytes = DeflatePipeline::kPartSize;
         size_t filled = 0;
         while (filled < block->input.size()) {
             const size_t got =
@@ -117,12 +115,6 @@ void ZipWriter::addFile(std::u16string_view name, const EntryTime& time, ByteStr
         block->inputLength = filled;
         block->deflate = deflate;
         block->last = filled < block->input.size();
-        if (deflate) {
-            block->dictionary.assign(tail.begin(), tail.end());
-            const size_t keep = std::min(filled, DeflatePipeline::kDictionarySize);
-            const uint8_t* end = block->input.data() + filled;
-            tail.assign(end - keep, end);
-        }
         const bool last = block->last;
         pipeline_.submit(block);
         pending_.push_back({Pending::Kind::kBlock, index, block});

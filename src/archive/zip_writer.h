@@ -74,9 +74,8 @@ class ZipWriter {
     DeflatePipeline pipeline_;
     std::vector<Entry> entries_;
     std::deque<Pending> pending_;
-    std::vector<uint8_t> buffer_;          // small records gathered before they go out
-    uint64_t bufferStart_ = 0;             // archive offset of buffer_[0]
-    std::vector<uint8_t> dictionaryTail_;  // the end of the entry's latest block
+    std::vector<uint8_t> buffer_;  // small records gathered before they go out
+    uint64_t bufferStart_ = 0;     // archive offset of buffer_[0]
 };
 
 }  // namespace archive

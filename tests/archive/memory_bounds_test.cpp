@@ -24,7 +24,7 @@ constexpr size_t kMiB = 1024 * 1024;
 TEST(MemoryBounds, GrownBlocksStayWithinTheirAllowanceAndShrinkWhenReleased) {
     DeflatePipeline pipeline(1, 6);
     // Each counts twice (input and output): two fit in the allowance, a third does not.
-    const size_t entry = DeflatePipeline::kMostWholeEntryBytes / 5;
+    const size_t entry = DeflatePipeline::kMostGrownBytes / 5;
     DeflateBlock* first = pipeline.acquire(entry);
     DeflateBlock* second = pipeline.acquire(entry);
     ASSERT_NE(first, nullptr);
@@ -42,7 +42,7 @@ TEST(MemoryBounds, GrownBlocksStayWithinTheirAllowanceAndShrinkWhenReleased) {
     pipeline.release(second);
     pipeline.release(third);
     // Alone, even an entry past the whole allowance gets its block.
-    DeflateBlock* huge = pipeline.acquire(DeflatePipeline::kMostWholeEntryBytes);
+    DeflateBlock* huge = pipeline.acquire(DeflatePipeline::kMostGrownBytes);
     ASSERT_NE(huge, nullptr);
     EXPECT_EQ(pipeline.acquire(2 * DeflatePipeline::kBlockSize), nullptr);
     pipeline.release(huge);
