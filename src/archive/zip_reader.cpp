@@ -108,8 +108,9 @@ class VerifiedOutput {
         written_ += length;
         file_.write(data, length);
     }
+    // A stream may end before the size its headers claim: its CRC then says whether it is whole.
     void finish() const {
-        if (written_ != entry_.uncompressed || crc_ != entry_.crc) {
+        if (crc_ != entry_.crc) {
             FailEntryNotExtracted();
         }
     }
@@ -120,6 +121,71 @@ class VerifiedOutput {
     uint64_t written_ = 0;
     uint32_t crc_ = 0;
 };
+
+}  // namespace
+
+namespace {
+
+// The directory an end record describes, or nothing when the record only looks like one. Bytes
+// in front of the archive (a self-extractor's stub) whose offsets were not adjusted show as the
+// directory ending before the record that follows it: the difference is applied to every offset
+// when the directory is really found there.
+std::optional<DirectoryLocation> ReadEndRecords(ByteSource& source, const uint8_t* record,
+                                                uint64_t recordOffset) {
+    uint64_t disk = LoadLe16(record + 4);
+    uint64_t directoryDisk = LoadLe16(record + 6);
+    uint64_t onDisk = LoadLe16(record + 8);
+    uint64_t total = LoadLe16(record + 10);
+    uint64_t directorySize = LoadLe32(record + 12);
+    uint64_t directoryOffset = LoadLe32(record + 16);
+    uint64_t directoryLimit = recordOffset;
+    if (recordOffset >= kZip64LocatorSize) {
+        uint8_t locator[kZip64LocatorSize];
+        uint8_t zip64[kZip64EndRecordSize];
+        const uint64_t locatorOffset = recordOffset - kZip64LocatorSize;
+        if (source.readAt(locatorOffset, locator, sizeof locator) &&
+            LoadLe32(locator) == kZip64LocatorSignature) {
+            auto zip64At = [&](uint64_t offset) {
+                return offset <= locatorOffset && locatorOffset - offset >= kZip64EndRecordSize &&
+                       source.readAt(offset, zip64, sizeof zip64) &&
+                       LoadLe32(zip64) == kZip64EndRecordSignature;
+            };
+            // Behind a stub the locator's offset is short by the stub's size; the record then
+            // lies right before the locator, where it usually is.
+            uint64_t zip64Offset = LoadLe64(locator + 8);
+            if (!zip64At(zip64Offset)) {
+                zip64Offset =
+                    locatorOffset - std::min<uint64_t>(locatorOffset, kZip64EndRecordSize);
+                if (!zip64At(zip64Offset)) {
+                    return std::nullopt;
+                }
+            }
+            disk = LoadLe32(zip64 + 16);
+            directoryDisk = LoadLe32(zip64 + 20);
+            onDisk = LoadLe64(zip64 + 24);
+            total = LoadLe64(zip64 + 32);
+            directorySize = LoadLe64(zip64 + 40);
+            directoryOffset = LoadLe64(zip64 + 48);
+            directoryLimit = zip64Offset;
+        }
+    }
+    uint64_t directoryEnd = 0;
+    if (disk != 0 || directoryDisk != 0 ||
+        !AddWithin(directoryOffset, directorySize, directoryLimit, directoryEnd)) {
+        return std::nullopt;  // a spanned archive, or a record that only looks like one
+    }
+    DirectoryLocation location{directoryOffset, directoryEnd, onDisk, total};
+    const uint64_t shift = directoryLimit - directoryEnd;
+    uint8_t signature[4];
+    if (shift != 0 && directorySize >= sizeof signature &&
+        source.readAt(directoryOffset + shift, signature, sizeof signature) &&
+        LoadLe32(signature) == kCentralHeaderSignature) {
+        location.offset += shift;
+        location.end += shift;
+        location.shift = shift;
+    }
+    return location;
+}
 
 }  // namespace
 
@@ -134,50 +200,23 @@ std::optional<DirectoryLocation> FindCentralDirectory(ByteSource& source) {
     if (!source.readAt(base, tail.data(), tail.size())) {
         return std::nullopt;
     }
-    for (size_t at = tail.size() - kEndRecordSize + 1; at-- > 0;) {
-        const uint8_t* record = tail.data() + at;
-        if (LoadLe32(record) != kEndRecordSignature) {
-            continue;
-        }
-        const uint64_t recordOffset = base + at;
-        if (recordOffset + kEndRecordSize + LoadLe16(record + 20) > size) {
-            continue;  // its comment would run past the end
-        }
-        uint64_t disk = LoadLe16(record + 4);
-        uint64_t directoryDisk = LoadLe16(record + 6);
-        uint64_t onDisk = LoadLe16(record + 8);
-        uint64_t total = LoadLe16(record + 10);
-        uint64_t directorySize = LoadLe32(record + 12);
-        uint64_t directoryOffset = LoadLe32(record + 16);
-        uint64_t directoryLimit = recordOffset;
-        if (recordOffset >= kZip64LocatorSize) {
-            uint8_t locator[kZip64LocatorSize];
-            uint8_t zip64[kZip64EndRecordSize];
-            const uint64_t locatorOffset = recordOffset - kZip64LocatorSize;
-            if (source.readAt(locatorOffset, locator, sizeof locator) &&
-                LoadLe32(locator) == kZip64LocatorSignature) {
-                const uint64_t zip64Offset = LoadLe64(locator + 8);
-                if (zip64Offset > locatorOffset ||
-                    locatorOffset - zip64Offset < kZip64EndRecordSize ||
-                    !source.readAt(zip64Offset, zip64, sizeof zip64) ||
-                    LoadLe32(zip64) != kZip64EndRecordSignature) {
-                    continue;
-                }
-                disk = LoadLe32(zip64 + 16);
-                directoryDisk = LoadLe32(zip64 + 20);
-                onDisk = LoadLe64(zip64 + 24);
-                total = LoadLe64(zip64 + 32);
-                directorySize = LoadLe64(zip64 + 40);
-                directoryOffset = LoadLe64(zip64 + 48);
-                directoryLimit = zip64Offset;
+    // A record whose comment fits in the file wins; only then one whose comment-length field
+    // runs past the end (other tools read such archives, taking the comment as what is there).
+    for (const bool commentMustFit : {true, false}) {
+        for (size_t at = tail.size() - kEndRecordSize + 1; at-- > 0;) {
+            const uint8_t* record = tail.data() + at;
+            if (LoadLe32(record) != kEndRecordSignature) {
+                continue;
+            }
+            const uint64_t recordOffset = base + at;
+            if (commentMustFit && recordOffset + kEndRecordSize + LoadLe16(record + 20) > size) {
+                continue;
+            }
+            if (std::optional<DirectoryLocation> location =
+                    ReadEndRecords(source, record, recordOffset)) {
+                return location;
             }
         }
-        uint64_t directoryEnd = 0;
-        if (disk != 0 || directoryDisk != 0 ||
-            !AddWithin(directoryOffset, directorySize, directoryLimit, directoryEnd)) {
-            continue;  // a spanned archive, or a record that only looks like one
-        }
-        return DirectoryLocation{directoryOffset, directoryEnd, onDisk, total};
     }
     return std::nullopt;
 }
@@ -218,43 +257,42 @@ bool ZipReader::readCached(uint64_t offset, uint8_t* buffer, size_t length) {
     return true;
 }
 
-ArchiveEntry ZipReader::readEntry() {
-    uint8_t header[kCentralHeaderSize];
+bool ZipReader::readHeader(uint64_t at, CentralHeader& header) {
+    uint8_t fixed[kCentralHeaderSize];
     uint64_t fixedEnd = 0;
-    if (!AddWithin(cursor_, kCentralHeaderSize, directory_.end, fixedEnd) ||
-        !readCached(cursor_, header, sizeof header) ||
-        LoadLe32(header) != kCentralHeaderSignature) {
-        FailEntryUnreadable();
+    if (!AddWithin(at, kCentralHeaderSize, directory_.end, fixedEnd) ||
+        !readCached(at, fixed, sizeof fixed) || LoadLe32(fixed) != kCentralHeaderSignature) {
+        return false;
     }
-    const size_t nameLength = LoadLe16(header + 28);
-    const size_t extraLength = LoadLe16(header + 30);
-    const size_t commentLength = LoadLe16(header + 32);
-    uint64_t entryEnd = 0;
-    if (!AddWithin(fixedEnd, nameLength + extraLength + commentLength, directory_.end, entryEnd)) {
-        FailEntryUnreadable();
+    header.nameLength = LoadLe16(fixed + 28);
+    const size_t extraLength = LoadLe16(fixed + 30);
+    const size_t commentLength = LoadLe16(fixed + 32);
+    if (!AddWithin(fixedEnd, header.nameLength + extraLength + commentLength, directory_.end,
+                   header.next)) {
+        return false;
     }
-    std::vector<uint8_t> variable(nameLength + extraLength);
-    if (!variable.empty() && !readCached(fixedEnd, variable.data(), variable.size())) {
-        FailEntryUnreadable();
+    header.variable.resize(header.nameLength + extraLength);
+    if (!header.variable.empty() &&
+        !readCached(fixedEnd, header.variable.data(), header.variable.size())) {
+        return false;
     }
-    cursor_ = entryEnd;
 
-    ArchiveEntry entry;
-    entry.flags = LoadLe16(header + 8);
-    entry.method = LoadLe16(header + 10);
-    entry.time.dosTime = LoadLe16(header + 12);
-    entry.time.dosDate = LoadLe16(header + 14);
-    entry.crc = LoadLe32(header + 16);
-    entry.compressed = LoadLe32(header + 20);
-    entry.uncompressed = LoadLe32(header + 24);
-    entry.localOffset = LoadLe32(header + 42);
+    ArchiveEntry& entry = header.entry;
+    header.madeBy = fixed[5];
+    entry.flags = LoadLe16(fixed + 8);
+    entry.method = LoadLe16(fixed + 10);
+    entry.time.dosTime = LoadLe16(fixed + 12);
+    entry.time.dosDate = LoadLe16(fixed + 14);
+    entry.crc = LoadLe32(fixed + 16);
+    entry.compressed = LoadLe32(fixed + 20);
+    entry.uncompressed = LoadLe32(fixed + 24);
+    entry.localOffset = LoadLe32(fixed + 42);
     entry.time.attributes =
-        static_cast<uint8_t>(LoadLe32(header + 38) & (kDosAttributeReadOnly | kDosAttributeHidden));
+        static_cast<uint8_t>(LoadLe32(fixed + 38) & (kDosAttributeReadOnly | kDosAttributeHidden));
 
-    const uint8_t* extra = variable.data() + nameLength;
-    std::optional<std::string_view> unicodeName;
+    const uint8_t* extra = header.variable.data() + header.nameLength;
+    header.unicodeName.reset();
     bool hasZip64Extra = false;
-    uint32_t unicodeNameCrc = 0;
     for (size_t at = 0; at + 4 <= extraLength;) {
         const uint16_t id = LoadLe16(extra + at);
         const size_t size = LoadLe16(extra + at + 2);
@@ -270,14 +308,15 @@ ArchiveEntry ZipReader::readEntry() {
                     continue;
                 }
                 if (size - used < 8) {
-                    FailEntryUnreadable();
+                    return false;
                 }
                 *value = LoadLe64(field + used);
                 used += 8;
             }
         } else if (id == kUnicodePathExtraId && size >= 5 && field[0] == 1) {
-            unicodeName = std::string_view(reinterpret_cast<const char*>(field + 5), size - 5);
-            unicodeNameCrc = LoadLe32(field + 1);
+            header.unicodeName =
+                std::string_view(reinterpret_cast<const char*>(field + 5), size - 5);
+            header.unicodeNameCrc = LoadLe32(field + 1);
         } else if (id == kTimestampExtraId && size >= 5 && (field[0] & 1) != 0) {
             entry.time.hasUnixTime = true;
             entry.time.unixTime = static_cast<int32_t>(LoadLe32(field + 1));
@@ -286,12 +325,27 @@ ArchiveEntry ZipReader::readEntry() {
         }
         at += 4 + size;
     }
-
     if (!hasZip64Extra && (entry.compressed == kMax32 || entry.uncompressed == kMax32 ||
                            entry.localOffset == kMax32)) {
-        FailEntryUnreadable();  // a ZIP64 marker without the ZIP64 field
+        return false;  // a ZIP64 marker without the ZIP64 field
     }
+    // Offsets count from the archive's start, wherever a stub in front moved it to (an offset
+    // pushed out of range fails where it is used).
+    entry.localOffset += std::min(directory_.shift, UINT64_MAX - entry.localOffset);
+    return true;
+}
 
+ArchiveEntry ZipReader::readEntry() {
+    CentralHeader header;
+    if (!readHeader(cursor_, header)) {
+        FailEntryUnreadable();
+    }
+    cursor_ = header.next;
+    ArchiveEntry& entry = header.entry;
+    const size_t nameLength = header.nameLength;
+    const std::vector<uint8_t>& variable = header.variable;
+    const std::optional<std::string_view>& unicodeName = header.unicodeName;
+    const uint32_t unicodeNameCrc = header.unicodeNameCrc;
     const std::string_view rawName(reinterpret_cast<const char*>(variable.data()), nameLength);
     entry.folder = !rawName.empty() && (rawName.back() == '/' || rawName.back() == '\\');
     // Info-ZIP keeps the UTF-8 form of a name it could not flag as UTF-8 in an extra field, valid
@@ -300,13 +354,13 @@ ArchiveEntry ZipReader::readEntry() {
         unicodeName && crc32(0, variable.data(), static_cast<uInt>(nameLength)) == unicodeNameCrc;
     // Unix tools store names in the user's encoding, UTF-8 nowadays, without setting bit 11; the
     // OEM code page is right only for names from DOS and Windows.
-    const uint8_t madeBy = header[5];
+    const uint8_t madeBy = header.madeBy;
     const bool utf8 = (entry.flags & kFlagUtf8Name) != 0 ||
                       ((madeBy == kHostUnix || madeBy == kHostMacOs) && IsUtf8(rawName));
     entry.name =
         SanitiseEntryName(unicodeNameHolds ? DecodeStoredName(*unicodeName, true, decodeOem_)
                                            : DecodeStoredName(rawName, utf8, decodeOem_));
-    return entry;
+    return std::move(entry);
 }
 
 void ZipReader::claimSpan(uint64_t start, uint64_t end) {
@@ -331,7 +385,7 @@ void ZipReader::claimSpan(uint64_t start, uint64_t end) {
     }
 }
 
-EntryData ZipReader::locateData(const ArchiveEntry& entry) {
+EntryData ZipReader::locateData(ArchiveEntry& entry) {
     if ((entry.flags & (kFlagEncrypted | kFlagStrongEncryption)) != 0 ||
         entry.method == kMethodAes) {
         FailEntryRefused(entry.name, "it is encrypted, and encrypted entries cannot be unpacked");
@@ -360,22 +414,44 @@ EntryData ZipReader::locateData(const ArchiveEntry& entry) {
         return data;
     }
 
-    // Entry data lies before the central directory and nowhere else.
+    // Entry data lies between its local header and the next one (or the central directory).
+    // The sizes may claim more: the stream's own end and the CRC then decide. A stored entry has
+    // no end of its own: the smaller of its sizes says where it ends.
+    const uint64_t dataLimit = nextLocalHeader(entry.localOffset);
     uint8_t header[kLocalHeaderSize];
-    uint64_t dataEnd = 0;
-    if (!AddWithin(entry.localOffset, kLocalHeaderSize, directory_.offset, data.start) ||
+    if (!AddWithin(entry.localOffset, kLocalHeaderSize, dataLimit, data.start) ||
         !source_.readAt(entry.localOffset, header, sizeof header) ||
         LoadLe32(header) != kLocalHeaderSignature ||
-        !AddWithin(data.start, uint64_t{LoadLe16(header + 26)} + LoadLe16(header + 28),
-                   directory_.offset, data.start) ||
-        !AddWithin(data.start, entry.compressed, directory_.offset, dataEnd)) {
+        !AddWithin(data.start, uint64_t{LoadLe16(header + 26)} + LoadLe16(header + 28), dataLimit,
+                   data.start)) {
         FailEntryNotExtracted();
     }
-    claimSpan(entry.localOffset, std::max(dataEnd, entry.localOffset + 1));
-    if (entry.method == kMethodStored && entry.compressed != entry.uncompressed) {
-        FailEntryNotExtracted();
+    if (entry.method == kMethodStored) {
+        entry.compressed = std::min(entry.compressed, entry.uncompressed);
+        if (entry.compressed > dataLimit - data.start) {
+            FailEntryNotExtracted();
+        }
     }
+    entry.compressed = std::min(entry.compressed, dataLimit - data.start);
+    claimSpan(entry.localOffset, std::max(data.start + entry.compressed, entry.localOffset + 1));
     return data;
+}
+
+uint64_t ZipReader::nextLocalHeader(uint64_t localOffset) {
+    if (!localHeadersKnown_) {
+        localHeadersKnown_ = true;
+        // Every entry's local header, from the central directory up to its first damage (the
+        // entries behind it fail before they are extracted).
+        CentralHeader header;
+        uint64_t at = directory_.offset;
+        for (uint64_t index = 0; index < directory_.entryCount && readHeader(at, header); ++index) {
+            localHeaders_.push_back(header.entry.localOffset);
+            at = header.next;
+        }
+        std::sort(localHeaders_.begin(), localHeaders_.end());
+    }
+    const auto next = std::upper_bound(localHeaders_.begin(), localHeaders_.end(), localOffset);
+    return next == localHeaders_.end() ? directory_.offset : std::min(*next, directory_.offset);
 }
 
 void ZipReader::readData(const ArchiveEntry& entry, const EntryData& data,
@@ -386,7 +462,7 @@ void ZipReader::readData(const ArchiveEntry& entry, const EntryData& data,
     }
 }
 
-void ZipReader::extractEntry(const ArchiveEntry& entry, ExtractTarget& target) {
+void ZipReader::extractEntry(ArchiveEntry entry, ExtractTarget& target) {
     const EntryData data = locateData(entry);
     if (entry.folder) {
         target.makeFolder(data.path);
@@ -425,14 +501,13 @@ void EntryDecoder::inflateWhole(const ArchiveEntry& entry, ByteSource& source, u
     if (compressed != 0 && !source.readAt(dataStart, input_.data(), compressed)) {
         FailEntryNotExtracted();
     }
-    // The stream must end exactly at the entry's last compressed byte, and its output may not
-    // outgrow the declared size (libdeflate stops there and says so).
+    // The stream must end within the entry's compressed bytes, and its output may not outgrow
+    // the declared size (libdeflate stops there and says so).
     size_t consumed = 0;
     size_t produced = 0;
     if (libdeflate_deflate_decompress_ex(decompressor_.get(), input_.data(), compressed,
                                          output_.data(), static_cast<size_t>(entry.uncompressed),
-                                         &consumed, &produced) != LIBDEFLATE_SUCCESS ||
-        consumed != compressed) {
+                                         &consumed, &produced) != LIBDEFLATE_SUCCESS) {
         FailEntryNotExtracted();
     }
     VerifiedOutput output(entry, file);
@@ -442,10 +517,12 @@ void EntryDecoder::inflateWhole(const ArchiveEntry& entry, ByteSource& source, u
 
 void EntryDecoder::copyStored(const ArchiveEntry& entry, ByteSource& source, uint64_t dataStart,
                               EntryFile& file) {
+    // Without a stream end of its own, a stored entry is as long as the smaller of its sizes
+    // says; the CRC decides whether that is all of it.
+    const uint64_t size = std::min(entry.compressed, entry.uncompressed);
     VerifiedOutput output(entry, file);
-    for (uint64_t done = 0; done < entry.compressed;) {
-        const size_t length =
-            static_cast<size_t>(std::min<uint64_t>(kChunkSize, entry.compressed - done));
+    for (uint64_t done = 0; done < size;) {
+        const size_t length = static_cast<size_t>(std::min<uint64_t>(kChunkSize, size - done));
         if (!source.readAt(dataStart + done, input_.data(), length)) {
             FailEntryNotExtracted();
         }
@@ -487,9 +564,6 @@ void EntryDecoder::inflateData(const ArchiveEntry& entry, ByteSource& source, ui
             !(result == Z_BUF_ERROR && stream.avail_in == 0 && consumed < entry.compressed)) {
             FailEntryNotExtracted();
         }
-    }
-    if (stream.avail_in != 0 || consumed != entry.compressed) {
-        FailEntryNotExtracted();  // the stream ended before the data the entry claims
     }
     output.finish();
 }

@@ -3,7 +3,9 @@
 // offset and length from the archive is checked against the file before it is used: a malformed
 // archive fails with one of the codes below and never makes the reader read or write out of
 // range, loop, or allocate what its headers claim. Stored and deflated entries only; each is
-// verified (CRC-32, both sizes, compressed data consumed exactly) before its file is kept.
+// verified before its file is kept: its data ends before the next entry's local header, a
+// deflate stream ends within the compressed size and yields no more than the size, and the
+// CRC-32 matches. Sizes that claim more than the data holds are forgiven, as other tools do.
 
 #include <libdeflate.h>
 
@@ -39,9 +41,12 @@ struct DirectoryLocation {
     uint64_t end = 0;
     uint64_t entriesOnDisk = 0;
     uint64_t entryCount = 0;
+    uint64_t shift =
+        0;  // bytes in front of the archive its offsets leave out (offset, end count them)
 };
-// The end record is looked for behind a comment and trailing bytes too; a ZIP64 end record is
-// followed when its locator is there. Nothing when `source` holds no readable zip archive.
+// The end record is looked for behind a comment and trailing bytes too, and one whose comment
+// length runs past the end is taken when no other fits; a ZIP64 end record is followed when its
+// locator is there. Nothing when `source` holds no readable zip archive.
 std::optional<DirectoryLocation> FindCentralDirectory(ByteSource& source);
 
 // Where an entry's data lies, once its header, name and span passed their checks.
@@ -50,9 +55,9 @@ struct EntryData {
     uint64_t start = 0;  // of the stored or deflated bytes in the archive (files only)
 };
 
-// Turns an entry's stored or deflated bytes into its file's content, verifying both sizes and
-// the CRC-32 (-50 "Unable to get zip item" on any mismatch). Keeps its buffers from one entry to
-// the next; one decoder per thread.
+// Turns an entry's stored or deflated bytes into its file's content, verifying the stream's end,
+// the size and the CRC-32 (-50 "Unable to get zip item" on any mismatch). Keeps its buffers from
+// one entry to the next; one decoder per thread.
 class EntryDecoder {
   public:
     // A deflated entry up to this size (both sizes) is read whole and inflated in one libdeflate
@@ -93,15 +98,30 @@ class ZipReader {
     // -50 "Unable to get zip item": encrypted or neither stored nor deflated, a name that leaves
     // the target folder, data out of range or overlapping another entry, a CRC or size that
     // does not match, or the target refusing.
-    void extractEntry(const ArchiveEntry& entry, ExtractTarget& target);
+    void extractEntry(ArchiveEntry entry, ExtractTarget& target);
 
     // extractEntry in two halves, for decoding elsewhere: every check before the data (with its
     // failures), then the entry's stored or deflated bytes, as they are, into `bytes`.
-    EntryData locateData(const ArchiveEntry& entry);
+    // locateData trims `entry.compressed` to the bytes the entry can have.
+    EntryData locateData(ArchiveEntry& entry);
     void readData(const ArchiveEntry& entry, const EntryData& data, std::vector<uint8_t>& bytes);
 
   private:
+    // A central header's fields, before its name is decoded.
+    struct CentralHeader {
+        ArchiveEntry entry;
+        std::vector<uint8_t> variable;  // name, then extra field
+        size_t nameLength = 0;
+        uint8_t madeBy = 0;
+        std::optional<std::string_view> unicodeName;  // within `variable`
+        uint32_t unicodeNameCrc = 0;
+        uint64_t next = 0;  // the following central header
+    };
+    // False when the header is damaged.
+    bool readHeader(uint64_t at, CentralHeader& header);
     bool readCached(uint64_t offset, uint8_t* buffer, size_t length);
+    // Where the data of the entry whose local header is at `localOffset` must end.
+    uint64_t nextLocalHeader(uint64_t localOffset);
     void claimSpan(uint64_t start, uint64_t end);
 
     ByteSource& source_;
@@ -111,6 +131,8 @@ class ZipReader {
     std::map<uint64_t, uint64_t> spans_;  // start to end of the bytes entries extracted so far use
     std::vector<uint8_t> window_;         // central directory bytes read ahead
     uint64_t windowOffset_ = 0;
+    std::vector<uint64_t> localHeaders_;  // every entry's, sorted, once an entry's data is needed
+    bool localHeadersKnown_ = false;
     EntryDecoder decoder_;
 };
 
