@@ -414,44 +414,24 @@ EntryData ZipReader::locateData(ArchiveEntry& entry) {
         return data;
     }
 
-    // Entry data lies between its local header and the next one (or the central directory).
-    // The sizes may claim more: the stream's own end and the CRC then decide. A stored entry has
-    // no end of its own: the smaller of its sizes says where it ends.
-    const uint64_t dataLimit = nextLocalHeader(entry.localOffset);
+    // Entry data lies before the central directory and nowhere else. Sizes may claim more than
+    // the data holds: a deflate stream's own end and the CRC then decide. A stored entry has no
+    // end of its own: the smaller of its sizes says where it ends.
     uint8_t header[kLocalHeaderSize];
-    if (!AddWithin(entry.localOffset, kLocalHeaderSize, dataLimit, data.start) ||
+    uint64_t dataEnd = 0;
+    if (!AddWithin(entry.localOffset, kLocalHeaderSize, directory_.offset, data.start) ||
         !source_.readAt(entry.localOffset, header, sizeof header) ||
         LoadLe32(header) != kLocalHeaderSignature ||
-        !AddWithin(data.start, uint64_t{LoadLe16(header + 26)} + LoadLe16(header + 28), dataLimit,
-                   data.start)) {
+        !AddWithin(data.start, uint64_t{LoadLe16(header + 26)} + LoadLe16(header + 28),
+                   directory_.offset, data.start) ||
+        !AddWithin(data.start, entry.compressed, directory_.offset, dataEnd)) {
         FailEntryNotExtracted();
     }
+    claimSpan(entry.localOffset, std::max(dataEnd, entry.localOffset + 1));
     if (entry.method == kMethodStored) {
         entry.compressed = std::min(entry.compressed, entry.uncompressed);
-        if (entry.compressed > dataLimit - data.start) {
-            FailEntryNotExtracted();
-        }
     }
-    entry.compressed = std::min(entry.compressed, dataLimit - data.start);
-    claimSpan(entry.localOffset, std::max(data.start + entry.compressed, entry.localOffset + 1));
     return data;
-}
-
-uint64_t ZipReader::nextLocalHeader(uint64_t localOffset) {
-    if (!localHeadersKnown_) {
-        localHeadersKnown_ = true;
-        // Every entry's local header, from the central directory up to its first damage (the
-        // entries behind it fail before they are extracted).
-        CentralHeader header;
-        uint64_t at = directory_.offset;
-        for (uint64_t index = 0; index < directory_.entryCount && readHeader(at, header); ++index) {
-            localHeaders_.push_back(header.entry.localOffset);
-            at = header.next;
-        }
-        std::sort(localHeaders_.begin(), localHeaders_.end());
-    }
-    const auto next = std::upper_bound(localHeaders_.begin(), localHeaders_.end(), localOffset);
-    return next == localHeaders_.end() ? directory_.offset : std::min(*next, directory_.offset);
 }
 
 void ZipReader::readData(const ArchiveEntry& entry, const EntryData& data,

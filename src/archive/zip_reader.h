@@ -3,9 +3,9 @@
 // offset and length from the archive is checked against the file before it is used: a malformed
 // archive fails with one of the codes below and never makes the reader read or write out of
 // range, loop, or allocate what its headers claim. Stored and deflated entries only; each is
-// verified before its file is kept: its data ends before the next entry's local header, a
-// deflate stream ends within the compressed size and yields no more than the size, and the
-// CRC-32 matches. Sizes that claim more than the data holds are forgiven, as other tools do.
+// verified before its file is kept: its data (as long as its compressed size says) overlaps no
+// other entry's, a deflate stream ends within it and yields no more than the size, and the CRC-32
+// matches. Sizes that claim more than the stream holds are forgiven, as other tools do.
 
 #include <libdeflate.h>
 
@@ -102,7 +102,7 @@ class ZipReader {
 
     // extractEntry in two halves, for decoding elsewhere: every check before the data (with its
     // failures), then the entry's stored or deflated bytes, as they are, into `bytes`.
-    // locateData trims `entry.compressed` to the bytes the entry can have.
+    // locateData trims a stored entry's `compressed` to its content's size.
     EntryData locateData(ArchiveEntry& entry);
     void readData(const ArchiveEntry& entry, const EntryData& data, std::vector<uint8_t>& bytes);
 
@@ -120,8 +120,6 @@ class ZipReader {
     // False when the header is damaged.
     bool readHeader(uint64_t at, CentralHeader& header);
     bool readCached(uint64_t offset, uint8_t* buffer, size_t length);
-    // Where the data of the entry whose local header is at `localOffset` must end.
-    uint64_t nextLocalHeader(uint64_t localOffset);
     void claimSpan(uint64_t start, uint64_t end);
 
     ByteSource& source_;
@@ -131,8 +129,6 @@ class ZipReader {
     std::map<uint64_t, uint64_t> spans_;  // start to end of the bytes entries extracted so far use
     std::vector<uint8_t> window_;         // central directory bytes read ahead
     uint64_t windowOffset_ = 0;
-    std::vector<uint64_t> localHeaders_;  // every entry's, sorted, once an entry's data is needed
-    bool localHeadersKnown_ = false;
     EntryDecoder decoder_;
 };
 

@@ -8,7 +8,8 @@ of the archive or behind it.
     odd_archives.py FOLDER    writes FOLDER/<case>.zip for each case and prints the case names
 
 Each case says what Info-ZIP's `unzip -t` and Python's zipfile make of it ("accept" or
-"refuse"); the test that uses this corpus checks that they still do before comparing with us.
+"refuse"); the test that uses this corpus checks that they still do before comparing with us:
+we accept what both accept and refuse the rest.
 """
 import os
 import struct
@@ -30,7 +31,7 @@ class Entry:
     method, crc, csize, usize, flags."""
 
     def __init__(self, name, data, method=8, descriptor=False, central=None, local=None,
-                 descriptor_fields=None):
+                 descriptor_fields=None, damage=False, gap=b""):
         self.name = name.encode()
         self.data = data
         self.method = method
@@ -39,7 +40,12 @@ class Entry:
         self.local = local or {}
         self.descriptor_fields = descriptor_fields or {}
         self.packed = deflate(data) if method == 8 else data
+        if damage:
+            middle = len(self.packed) // 2
+            self.packed = (self.packed[:middle] + bytes(b ^ 0x5A for b in self.packed[middle:middle + 40])
+                           + self.packed[middle + 40:])
         self.crc = zlib.crc32(data)
+        self.gap = gap  # bytes between the data and what follows, as some writers leave
 
     def fields(self, overrides):
         values = {"method": self.method, "crc": self.crc, "csize": len(self.packed),
@@ -49,7 +55,7 @@ class Entry:
 
 
 def build(entries, prefix=b"", adjust_offsets=False, comment=b"", comment_length=None,
-          trailing=b""):
+          trailing=b"", directory_offset_delta=0):
     """The archive's bytes: `prefix` (a stub) first, offsets counted from the archive's own start
     unless `adjust_offsets`."""
     base = len(prefix) if adjust_offsets else 0
@@ -62,18 +68,19 @@ def build(entries, prefix=b"", adjust_offsets=False, comment=b"", comment_length
             local.update(crc=0, csize=0, usize=0)
         body += struct.pack("<IHHHHHIIIHH", 0x04034B50, 20, local["flags"], local["method"], 0,
                             0x21, local["crc"], local["csize"], local["usize"], len(entry.name),
-                            0) + entry.name + entry.packed
+                            0) + entry.name + entry.packed + entry.gap
         if entry.descriptor:
             described = entry.fields(entry.descriptor_fields)
             body += struct.pack("<IIII", 0x08074B50, described["crc"], described["csize"],
                                 described["usize"])
         fields = entry.fields(entry.central)
-        central += struct.pack("<IHHHHHHIIIHHHHHII", 0x02014B50, 20, 20, fields["flags"],
-                               fields["method"], 0, 0x21, fields["crc"], fields["csize"],
-                               fields["usize"], len(entry.name), 0, 0, 0, 0, 0,
-                               offset) + entry.name
+        extra = fields.get("extra", b"")
+        central += struct.pack("<IHHHHHHIIIHHHHHII", 0x02014B50, 45 if extra else 20, 20,
+                               fields["flags"], fields["method"], 0, 0x21, fields["crc"],
+                               fields["csize"], fields["usize"], len(entry.name), len(extra), 0,
+                               0, 0, 0, fields.get("offset", offset)) + entry.name + extra
     end = struct.pack("<IHHHHIIH", 0x06054B50, 0, 0, len(entries), len(entries), len(central),
-                      base + len(body),
+                      base + len(body) + directory_offset_delta,
                       len(comment) if comment_length is None else comment_length)
     return prefix + body + central + end + comment + trailing
 
@@ -83,73 +90,104 @@ def two(first=None, second=None, **kwargs):
     return [first or Entry("text.txt", TEXT, **kwargs), second or Entry("second.txt", SMALL)]
 
 
-def grown(entry_kwargs, by):
-    return {"csize": len(deflate(entry_kwargs)) + by, "usize": len(entry_kwargs) + by}
+def grown(data, by):
+    return {"csize": len(deflate(data)) + by, "usize": len(data) + by}
+
+
+def zip64(csize, usize):
+    """Central sizes moved into a ZIP64 extra field."""
+    return {"csize": 0xFFFFFFFF, "usize": 0xFFFFFFFF,
+            "extra": struct.pack("<HHQQ", 1, 16, usize, csize)}
 
 
 STUB = b"MZ" + bytes(range(256)) * 6 + b"a self-extractor would run from here\n"
+LARGE = b"".join(b"%08d %s\n" % (i, b"abcdefghij"[i % 10:] * 5) for i in range(60000))
+GAP = b"\0" * 16
 BIG = grown(TEXT, 16)
 BIG_SMALL = grown(SMALL, 16)
+ACCEPT, REFUSE = "accept", "refuse"
 
-# name: (archive bytes, what unzip -t and zipfile both do with it)
+# name: (archive bytes, unzip -t's verdict, zipfile's verdict)
 CASES = {
-    # Accepted by both.
-    "plain": (build(two()), "accept"),
-    "comment length past the end": (build(two(), comment=b"made here",
-                                          comment_length=9 + 40), "accept"),
-    "trailing bytes": (build(two(), trailing=b"\0" * 7 + b"not part of it" * 9), "accept"),
-    "comment and trailing bytes": (build(two(), comment=b"made here", trailing=b"x" * 300),
-                                   "accept"),
-    "both headers claim larger sizes, first entry": (
-        build(two(central=BIG, local=BIG)), "accept"),
-    "both headers claim larger sizes, last entry": (
-        build(two(second=Entry("second.txt", SMALL, central=BIG_SMALL, local=BIG_SMALL))),
-        "accept"),
-    "central claims larger sizes, local right": (build(two(central=BIG)), "accept"),
-    "central claims a larger compressed size only": (
-        build(two(central={"csize": len(deflate(TEXT)) + 16})), "accept"),
+    "plain": (build(two()), ACCEPT, ACCEPT),
+    "comment length past the end": (
+        build(two(), comment=b"made here", comment_length=9 + 40), ACCEPT, ACCEPT),
+    "trailing bytes": (build(two(), trailing=b"\0" * 7 + b"not part of it" * 9), ACCEPT, ACCEPT),
+    "comment and trailing bytes": (
+        build(two(), comment=b"made here", trailing=b"x" * 300), ACCEPT, ACCEPT),
+    "both headers claim larger sizes, a gap after the data": (
+        build(two(central=BIG, local=BIG, gap=GAP)), ACCEPT, ACCEPT),
+    "both headers claim larger sizes, a gap after the data, last entry": (
+        build(two(second=Entry("second.txt", SMALL, central=BIG_SMALL, local=BIG_SMALL,
+                               gap=GAP))), ACCEPT, ACCEPT),
+    "both headers claim larger sizes, a gap after the data, large entry": (
+        build(two(first=Entry("large.txt", LARGE, central=grown(LARGE, 16),
+                              local=grown(LARGE, 16), gap=GAP))), ACCEPT, ACCEPT),
+    "central claims larger sizes, local right, a gap after the data": (
+        build(two(central=BIG, gap=GAP)), ACCEPT, ACCEPT),
+    "local claims larger sizes, central right": (build(two(local=BIG)), ACCEPT, ACCEPT),
     "central claims a larger size only": (
-        build(two(central={"usize": len(TEXT) + 16})), "accept"),
-    "descriptor entry, central and descriptor claim larger sizes": (
-        build(two(descriptor=True, central=BIG, descriptor_fields=BIG)), "accept"),
-    "stub in front, offsets not adjusted": (build(two(), prefix=STUB), "accept"),
-    "stub in front, offsets adjusted": (build(two(), prefix=STUB, adjust_offsets=True),
-                                        "accept"),
-    "stub in front and trailing bytes": (build(two(), prefix=STUB, trailing=b"t" * 50),
-                                         "accept"),
-    "stored entry": (build(two(second=Entry("second.txt", SMALL, method=0))), "accept"),
-    "stored entry, larger compressed size": (
-        build(two(second=Entry("second.txt", SMALL, method=0,
-                               central={"csize": len(SMALL) + 16}))), "accept"),
+        build(two(central={"usize": len(TEXT) + 16})), ACCEPT, ACCEPT),
+    "descriptor entry, central and descriptor sizes count the descriptor": (
+        build(two(descriptor=True, central=BIG, descriptor_fields=BIG)), ACCEPT, ACCEPT),
+    "stub in front, offsets not adjusted": (build(two(), prefix=STUB), ACCEPT, ACCEPT),
+    "stub in front, offsets adjusted": (
+        build(two(), prefix=STUB, adjust_offsets=True), ACCEPT, ACCEPT),
+    "stub in front and trailing bytes": (
+        build(two(), prefix=STUB, trailing=b"t" * 50), ACCEPT, ACCEPT),
+    "stub in front, sizes larger": (
+        build(two(central=BIG, local=BIG, gap=GAP), prefix=STUB), ACCEPT, ACCEPT),
+    "stored entry": (build(two(second=Entry("second.txt", SMALL, method=0))), ACCEPT, ACCEPT),
+    "stored entry, central claims a larger compressed size": (
+        build(two(second=Entry("second.txt", SMALL, method=0, gap=GAP,
+                               central={"csize": len(SMALL) + 16}))), ACCEPT, ACCEPT),
+    "ZIP64 sizes": (
+        build(two(central=zip64(len(deflate(TEXT)), len(TEXT)))), ACCEPT, ACCEPT),
+    "ZIP64 size as large as 64 bits hold": (
+        build(two(central=zip64(len(deflate(TEXT)), 2**64 - 1))), ACCEPT, ACCEPT),
     # Refused by both.
-    "central CRC wrong": (build(two(central={"crc": zlib.crc32(TEXT) ^ 1})), "refuse"),
+    "ZIP64 local header offset past the end of the file": (
+        build(two(central={"offset": 0xFFFFFFFF,
+                           "extra": struct.pack("<HHQ", 1, 8, 2**40)})), REFUSE, REFUSE),
     "central and local CRC wrong": (
         build(two(central={"crc": zlib.crc32(TEXT) ^ 1}, local={"crc": zlib.crc32(TEXT) ^ 1})),
-        "refuse"),
-    "central method stored, data deflated": (build(two(central={"method": 0})), "refuse"),
+        REFUSE, REFUSE),
     "sizes smaller than the data": (
-        build(two(central=grown(TEXT, -16), local=grown(TEXT, -16))), "refuse"),
-    "size smaller than the data": (
-        build(two(central={"usize": len(TEXT) - 1}, local={"usize": len(TEXT) - 1})), "refuse"),
-    "compressed size smaller than the stream": (
-        build(two(central={"csize": len(deflate(TEXT)) - 1},
-                  local={"csize": len(deflate(TEXT)) - 1})), "refuse"),
-    "stored entry, larger sizes": (
+        build(two(central=grown(TEXT, -16), local=grown(TEXT, -16))), REFUSE, REFUSE),
+    "stored entry, both headers claim larger sizes": (
         build(two(second=Entry("second.txt", SMALL, method=0, central=BIG_SMALL,
-                               local=BIG_SMALL))), "refuse"),
-    "noise stored as deflated": (
+                               local=BIG_SMALL, gap=GAP))), REFUSE, REFUSE),
+    "noise stored, said to be deflated": (
         build(two(second=Entry("noise.bin", NOISE, method=0, central={"method": 8},
-                               local={"method": 8}))), "refuse"),
-    "stub in front, directory not where either offset says": (
-        build(two(), prefix=STUB)[:len(STUB) - 5] + build(two(), prefix=STUB)[len(STUB):],
-        "refuse"),
+                               local={"method": 8}))), REFUSE, REFUSE),
+    "deflate data damaged": (
+        build(two(first=Entry("text.txt", TEXT, damage=True))), REFUSE, REFUSE),
+    "directory offset short, no stub": (
+        build(two(), directory_offset_delta=-10), REFUSE, REFUSE),
+    # The two disagree. We refuse: we go by the central header, as zipfile does, and an entry's
+    # data may not reach into the next entry or the directory.
+    "central CRC wrong": (build(two(central={"crc": zlib.crc32(TEXT) ^ 1})), ACCEPT, REFUSE),
+    "central method stored, data deflated": (build(two(central={"method": 0})), ACCEPT, REFUSE),
+    "size smaller than the data": (
+        build(two(central={"usize": len(TEXT) - 1}, local={"usize": len(TEXT) - 1})),
+        ACCEPT, REFUSE),
+    "compressed size one short of the stream": (
+        build(two(central={"csize": len(deflate(TEXT)) - 1},
+                  local={"csize": len(deflate(TEXT)) - 1})), REFUSE, ACCEPT),
+    "both headers claim larger sizes, into the next entry": (
+        build(two(central=BIG, local=BIG)), ACCEPT, REFUSE),
+    "both headers claim larger sizes, into the directory": (
+        build(two(second=Entry("second.txt", SMALL, central=BIG_SMALL, local=BIG_SMALL))),
+        ACCEPT, REFUSE),
+    "ZIP64 compressed size past the end of the file": (
+        build(two(central=zip64(2**40, len(TEXT)))), ACCEPT, REFUSE),
 }
 
 
 def main():
     folder = sys.argv[1]
     os.makedirs(folder, exist_ok=True)
-    for name, (data, _) in CASES.items():
+    for name, (data, _, _) in CASES.items():
         with open(os.path.join(folder, name + ".zip"), "wb") as out:
             out.write(data)
         print(name)
