@@ -3,7 +3,9 @@
 zipfile: we unpack what both read, to the same bytes as `unzip`, and refuse the rest with the
 reader's codes.
 
-    odd_archives_test.py UNPACK_TOOL
+    odd_archives_test.py UNPACK_TOOL [SEED_FOLDER]
+
+The small archives are also left in SEED_FOLDER, as seeds of the reader's fuzz target.
 """
 import os
 import shutil
@@ -16,6 +18,7 @@ import zipfile
 import odd_archives
 
 TOOL = sys.argv.pop(1)
+SEEDS = sys.argv.pop(1) if len(sys.argv) > 1 else None
 
 
 def unzip_verdict(path):
@@ -61,6 +64,8 @@ class OddArchives(unittest.TestCase):
                 path = os.path.join(self.dir, name + ".zip")
                 with open(path, "wb") as f:
                     f.write(data)
+                if SEEDS and len(data) <= 64 * 1024:
+                    shutil.copyfile(path, os.path.join(SEEDS, "odd " + name + ".zip"))
                 # The references first: a case that no longer shows what it says shows nothing.
                 self.assertEqual(unzip_verdict(path), by_unzip, "unzip -t")
                 self.assertEqual(zipfile_verdict(path), by_zipfile, "zipfile")
