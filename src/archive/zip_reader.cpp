@@ -122,10 +122,6 @@ class VerifiedOutput {
     uint32_t crc_ = 0;
 };
 
-}  // namespace
-
-namespace {
-
 // The directory an end record describes, or nothing when the record only looks like one. Bytes
 // in front of the archive (a self-extractor's stub) whose offsets were not adjusted show as the
 // directory ending before the record that follows it: the difference is applied to every offset
@@ -257,42 +253,43 @@ bool ZipReader::readCached(uint64_t offset, uint8_t* buffer, size_t length) {
     return true;
 }
 
-bool ZipReader::readHeader(uint64_t at, CentralHeader& header) {
-    uint8_t fixed[kCentralHeaderSize];
+ArchiveEntry ZipReader::readEntry() {
+    uint8_t header[kCentralHeaderSize];
     uint64_t fixedEnd = 0;
-    if (!AddWithin(at, kCentralHeaderSize, directory_.end, fixedEnd) ||
-        !readCached(at, fixed, sizeof fixed) || LoadLe32(fixed) != kCentralHeaderSignature) {
-        return false;
+    if (!AddWithin(cursor_, kCentralHeaderSize, directory_.end, fixedEnd) ||
+        !readCached(cursor_, header, sizeof header) ||
+        LoadLe32(header) != kCentralHeaderSignature) {
+        FailEntryUnreadable();
     }
-    header.nameLength = LoadLe16(fixed + 28);
-    const size_t extraLength = LoadLe16(fixed + 30);
-    const size_t commentLength = LoadLe16(fixed + 32);
-    if (!AddWithin(fixedEnd, header.nameLength + extraLength + commentLength, directory_.end,
-                   header.next)) {
-        return false;
+    const size_t nameLength = LoadLe16(header + 28);
+    const size_t extraLength = LoadLe16(header + 30);
+    const size_t commentLength = LoadLe16(header + 32);
+    uint64_t entryEnd = 0;
+    if (!AddWithin(fixedEnd, nameLength + extraLength + commentLength, directory_.end, entryEnd)) {
+        FailEntryUnreadable();
     }
-    header.variable.resize(header.nameLength + extraLength);
-    if (!header.variable.empty() &&
-        !readCached(fixedEnd, header.variable.data(), header.variable.size())) {
-        return false;
+    std::vector<uint8_t> variable(nameLength + extraLength);
+    if (!variable.empty() && !readCached(fixedEnd, variable.data(), variable.size())) {
+        FailEntryUnreadable();
     }
+    cursor_ = entryEnd;
 
-    ArchiveEntry& entry = header.entry;
-    header.madeBy = fixed[5];
-    entry.flags = LoadLe16(fixed + 8);
-    entry.method = LoadLe16(fixed + 10);
-    entry.time.dosTime = LoadLe16(fixed + 12);
-    entry.time.dosDate = LoadLe16(fixed + 14);
-    entry.crc = LoadLe32(fixed + 16);
-    entry.compressed = LoadLe32(fixed + 20);
-    entry.uncompressed = LoadLe32(fixed + 24);
-    entry.localOffset = LoadLe32(fixed + 42);
+    ArchiveEntry entry;
+    entry.flags = LoadLe16(header + 8);
+    entry.method = LoadLe16(header + 10);
+    entry.time.dosTime = LoadLe16(header + 12);
+    entry.time.dosDate = LoadLe16(header + 14);
+    entry.crc = LoadLe32(header + 16);
+    entry.compressed = LoadLe32(header + 20);
+    entry.uncompressed = LoadLe32(header + 24);
+    entry.localOffset = LoadLe32(header + 42);
     entry.time.attributes =
-        static_cast<uint8_t>(LoadLe32(fixed + 38) & (kDosAttributeReadOnly | kDosAttributeHidden));
+        static_cast<uint8_t>(LoadLe32(header + 38) & (kDosAttributeReadOnly | kDosAttributeHidden));
 
-    const uint8_t* extra = header.variable.data() + header.nameLength;
-    header.unicodeName.reset();
+    const uint8_t* extra = variable.data() + nameLength;
+    std::optional<std::string_view> unicodeName;
     bool hasZip64Extra = false;
+    uint32_t unicodeNameCrc = 0;
     for (size_t at = 0; at + 4 <= extraLength;) {
         const uint16_t id = LoadLe16(extra + at);
         const size_t size = LoadLe16(extra + at + 2);
@@ -308,15 +305,14 @@ bool ZipReader::readHeader(uint64_t at, CentralHeader& header) {
                     continue;
                 }
                 if (size - used < 8) {
-                    return false;
+                    FailEntryUnreadable();
                 }
                 *value = LoadLe64(field + used);
                 used += 8;
             }
         } else if (id == kUnicodePathExtraId && size >= 5 && field[0] == 1) {
-            header.unicodeName =
-                std::string_view(reinterpret_cast<const char*>(field + 5), size - 5);
-            header.unicodeNameCrc = LoadLe32(field + 1);
+            unicodeName = std::string_view(reinterpret_cast<const char*>(field + 5), size - 5);
+            unicodeNameCrc = LoadLe32(field + 1);
         } else if (id == kTimestampExtraId && size >= 5 && (field[0] & 1) != 0) {
             entry.time.hasUnixTime = true;
             entry.time.unixTime = static_cast<int32_t>(LoadLe32(field + 1));
@@ -325,27 +321,15 @@ bool ZipReader::readHeader(uint64_t at, CentralHeader& header) {
         }
         at += 4 + size;
     }
+
     if (!hasZip64Extra && (entry.compressed == kMax32 || entry.uncompressed == kMax32 ||
                            entry.localOffset == kMax32)) {
-        return false;  // a ZIP64 marker without the ZIP64 field
+        FailEntryUnreadable();  // a ZIP64 marker without the ZIP64 field
     }
     // Offsets count from the archive's start, wherever a stub in front moved it to (an offset
     // pushed out of range fails where it is used).
     entry.localOffset += std::min(directory_.shift, UINT64_MAX - entry.localOffset);
-    return true;
-}
 
-ArchiveEntry ZipReader::readEntry() {
-    CentralHeader header;
-    if (!readHeader(cursor_, header)) {
-        FailEntryUnreadable();
-    }
-    cursor_ = header.next;
-    ArchiveEntry& entry = header.entry;
-    const size_t nameLength = header.nameLength;
-    const std::vector<uint8_t>& variable = header.variable;
-    const std::optional<std::string_view>& unicodeName = header.unicodeName;
-    const uint32_t unicodeNameCrc = header.unicodeNameCrc;
     const std::string_view rawName(reinterpret_cast<const char*>(variable.data()), nameLength);
     entry.folder = !rawName.empty() && (rawName.back() == '/' || rawName.back() == '\\');
     // Info-ZIP keeps the UTF-8 form of a name it could not flag as UTF-8 in an extra field, valid
@@ -354,13 +338,13 @@ ArchiveEntry ZipReader::readEntry() {
         unicodeName && crc32(0, variable.data(), static_cast<uInt>(nameLength)) == unicodeNameCrc;
     // Unix tools store names in the user's encoding, UTF-8 nowadays, without setting bit 11; the
     // OEM code page is right only for names from DOS and Windows.
-    const uint8_t madeBy = header.madeBy;
+    const uint8_t madeBy = header[5];
     const bool utf8 = (entry.flags & kFlagUtf8Name) != 0 ||
                       ((madeBy == kHostUnix || madeBy == kHostMacOs) && IsUtf8(rawName));
     entry.name =
         SanitiseEntryName(unicodeNameHolds ? DecodeStoredName(*unicodeName, true, decodeOem_)
                                            : DecodeStoredName(rawName, utf8, decodeOem_));
-    return std::move(entry);
+    return entry;
 }
 
 void ZipReader::claimSpan(uint64_t start, uint64_t end) {
@@ -385,7 +369,7 @@ void ZipReader::claimSpan(uint64_t start, uint64_t end) {
     }
 }
 
-EntryData ZipReader::locateData(ArchiveEntry& entry) {
+EntryData ZipReader::locateData(const ArchiveEntry& entry) {
     if ((entry.flags & (kFlagEncrypted | kFlagStrongEncryption)) != 0 ||
         entry.method == kMethodAes) {
         FailEntryRefused(entry.name, "it is encrypted, and encrypted entries cannot be unpacked");
@@ -414,9 +398,9 @@ EntryData ZipReader::locateData(ArchiveEntry& entry) {
         return data;
     }
 
-    // Entry data lies before the central directory and nowhere else. Sizes may claim more than
-    // the data holds: a deflate stream's own end and the CRC then decide. A stored entry has no
-    // end of its own: the smaller of its sizes says where it ends.
+    // Entry data lies before the central directory and nowhere else. Its sizes may claim more
+    // than the data holds: the decoder then goes by the stream's end, or for a stored entry by
+    // the smaller size, and the CRC.
     uint8_t header[kLocalHeaderSize];
     uint64_t dataEnd = 0;
     if (!AddWithin(entry.localOffset, kLocalHeaderSize, directory_.offset, data.start) ||
@@ -428,9 +412,6 @@ EntryData ZipReader::locateData(ArchiveEntry& entry) {
         FailEntryNotExtracted();
     }
     claimSpan(entry.localOffset, std::max(dataEnd, entry.localOffset + 1));
-    if (entry.method == kMethodStored) {
-        entry.compressed = std::min(entry.compressed, entry.uncompressed);
-    }
     return data;
 }
 
@@ -442,7 +423,7 @@ void ZipReader::readData(const ArchiveEntry& entry, const EntryData& data,
     }
 }
 
-void ZipReader::extractEntry(ArchiveEntry entry, ExtractTarget& target) {
+void ZipReader::extractEntry(const ArchiveEntry& entry, ExtractTarget& target) {
     const EntryData data = locateData(entry);
     if (entry.folder) {
         target.makeFolder(data.path);

@@ -41,8 +41,8 @@ struct DirectoryLocation {
     uint64_t end = 0;
     uint64_t entriesOnDisk = 0;
     uint64_t entryCount = 0;
-    uint64_t shift =
-        0;  // bytes in front of the archive its offsets leave out (offset, end count them)
+    // Bytes in front of the archive that its offsets leave out (offset and end count them).
+    uint64_t shift = 0;
 };
 // The end record is looked for behind a comment and trailing bytes too, and one whose comment
 // length runs past the end is taken when no other fits; a ZIP64 end record is followed when its
@@ -56,8 +56,9 @@ struct EntryData {
 };
 
 // Turns an entry's stored or deflated bytes into its file's content, verifying the stream's end,
-// the size and the CRC-32 (-50 "Unable to get zip item" on any mismatch). Keeps its buffers from
-// one entry to the next; one decoder per thread.
+// the size and the CRC-32 (-50 "Unable to get zip item" on any mismatch). A deflated entry is as
+// long as its stream, a stored one as the smaller of its sizes. Keeps its buffers from one entry
+// to the next; one decoder per thread.
 class EntryDecoder {
   public:
     // A deflated entry up to this size (both sizes) is read whole and inflated in one libdeflate
@@ -98,27 +99,14 @@ class ZipReader {
     // -50 "Unable to get zip item": encrypted or neither stored nor deflated, a name that leaves
     // the target folder, data out of range or overlapping another entry, a CRC or size that
     // does not match, or the target refusing.
-    void extractEntry(ArchiveEntry entry, ExtractTarget& target);
+    void extractEntry(const ArchiveEntry& entry, ExtractTarget& target);
 
     // extractEntry in two halves, for decoding elsewhere: every check before the data (with its
     // failures), then the entry's stored or deflated bytes, as they are, into `bytes`.
-    // locateData trims a stored entry's `compressed` to its content's size.
-    EntryData locateData(ArchiveEntry& entry);
+    EntryData locateData(const ArchiveEntry& entry);
     void readData(const ArchiveEntry& entry, const EntryData& data, std::vector<uint8_t>& bytes);
 
   private:
-    // A central header's fields, before its name is decoded.
-    struct CentralHeader {
-        ArchiveEntry entry;
-        std::vector<uint8_t> variable;  // name, then extra field
-        size_t nameLength = 0;
-        uint8_t madeBy = 0;
-        std::optional<std::string_view> unicodeName;  // within `variable`
-        uint32_t unicodeNameCrc = 0;
-        uint64_t next = 0;  // the following central header
-    };
-    // False when the header is damaged.
-    bool readHeader(uint64_t at, CentralHeader& header);
     bool readCached(uint64_t offset, uint8_t* buffer, size_t length);
     void claimSpan(uint64_t start, uint64_t end);
 
