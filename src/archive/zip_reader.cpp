@@ -110,8 +110,9 @@ class VerifiedOutput {
         written_ += length;
         file_.write(data, length);
     }
+    // A stream may end before the size its headers claim: its CRC then says whether it is whole.
     void finish() const {
-        if (written_ != entry_.uncompressed || crc_ != entry_.crc) {
+        if (crc_ != entry_.crc) {
             FailEntryNotExtracted();
         }
     }
@@ -122,6 +123,67 @@ class VerifiedOutput {
     uint64_t written_ = 0;
     uint32_t crc_ = 0;
 };
+
+// The directory an end record describes, or nothing when the record only looks like one. Bytes
+// in front of the archive (a self-extractor's stub) whose offsets were not adjusted show as the
+// directory ending before the record that follows it: the difference is applied to every offset
+// when the directory is really found there.
+std::optional<DirectoryLocation> ReadEndRecords(ByteSource& source, const uint8_t* record,
+                                                uint64_t recordOffset) {
+    uint64_t disk = LoadLe16(record + 4);
+    uint64_t directoryDisk = LoadLe16(record + 6);
+    uint64_t onDisk = LoadLe16(record + 8);
+    uint64_t total = LoadLe16(record + 10);
+    uint64_t directorySize = LoadLe32(record + 12);
+    uint64_t directoryOffset = LoadLe32(record + 16);
+    uint64_t directoryLimit = recordOffset;
+    if (recordOffset >= kZip64LocatorSize) {
+        uint8_t locator[kZip64LocatorSize];
+        uint8_t zip64[kZip64EndRecordSize];
+        const uint64_t locatorOffset = recordOffset - kZip64LocatorSize;
+        if (source.readAt(locatorOffset, locator, sizeof locator) &&
+            LoadLe32(locator) == kZip64LocatorSignature) {
+            auto zip64At = [&](uint64_t offset) {
+                return offset <= locatorOffset && locatorOffset - offset >= kZip64EndRecordSize &&
+                       source.readAt(offset, zip64, sizeof zip64) &&
+                       LoadLe32(zip64) == kZip64EndRecordSignature;
+            };
+            // Behind a stub the locator's offset is short by the stub's size; the record then
+            // lies right before the locator, where it usually is.
+            uint64_t zip64Offset = LoadLe64(locator + 8);
+            if (!zip64At(zip64Offset)) {
+                zip64Offset =
+                    locatorOffset - std::min<uint64_t>(locatorOffset, kZip64EndRecordSize);
+                if (!zip64At(zip64Offset)) {
+                    return std::nullopt;
+                }
+            }
+            disk = LoadLe32(zip64 + 16);
+            directoryDisk = LoadLe32(zip64 + 20);
+            onDisk = LoadLe64(zip64 + 24);
+            total = LoadLe64(zip64 + 32);
+            directorySize = LoadLe64(zip64 + 40);
+            directoryOffset = LoadLe64(zip64 + 48);
+            directoryLimit = zip64Offset;
+        }
+    }
+    uint64_t directoryEnd = 0;
+    if (disk != 0 || directoryDisk != 0 ||
+        !AddWithin(directoryOffset, directorySize, directoryLimit, directoryEnd)) {
+        return std::nullopt;  // a spanned archive, or a record that only looks like one
+    }
+    DirectoryLocation location{directoryOffset, directoryEnd, onDisk, total};
+    const uint64_t shift = directoryLimit - directoryEnd;
+    uint8_t signature[4];
+    if (shift != 0 && directorySize >= sizeof signature &&
+        source.readAt(directoryOffset + shift, signature, sizeof signature) &&
+        LoadLe32(signature) == kCentralHeaderSignature) {
+        location.offset += shift;
+        location.end += shift;
+        location.shift = shift;
+    }
+    return location;
+}
 
 }  // namespace
 
@@ -136,50 +198,23 @@ std::optional<DirectoryLocation> FindCentralDirectory(ByteSource& source) {
     if (!source.readAt(base, tail.data(), tail.size())) {
         return std::nullopt;
     }
-    for (size_t at = tail.size() - kEndRecordSize + 1; at-- > 0;) {
-        const uint8_t* record = tail.data() + at;
-        if (LoadLe32(record) != kEndRecordSignature) {
-            continue;
-        }
-        const uint64_t recordOffset = base + at;
-        if (recordOffset + kEndRecordSize + LoadLe16(record + 20) > size) {
-            continue;  // its comment would run past the end
-        }
-        uint64_t disk = LoadLe16(record + 4);
-        uint64_t directoryDisk = LoadLe16(record + 6);
-        uint64_t onDisk = LoadLe16(record + 8);
-        uint64_t total = LoadLe16(record + 10);
-        uint64_t directorySize = LoadLe32(record + 12);
-        uint64_t directoryOffset = LoadLe32(record + 16);
-        uint64_t directoryLimit = recordOffset;
-        if (recordOffset >= kZip64LocatorSize) {
-            uint8_t locator[kZip64LocatorSize];
-            uint8_t zip64[kZip64EndRecordSize];
-            const uint64_t locatorOffset = recordOffset - kZip64LocatorSize;
-            if (source.readAt(locatorOffset, locator, sizeof locator) &&
-                LoadLe32(locator) == kZip64LocatorSignature) {
-                const uint64_t zip64Offset = LoadLe64(locator + 8);
-                if (zip64Offset > locatorOffset ||
-                    locatorOffset - zip64Offset < kZip64EndRecordSize ||
-                    !source.readAt(zip64Offset, zip64, sizeof zip64) ||
-                    LoadLe32(zip64) != kZip64EndRecordSignature) {
-                    continue;
-                }
-                disk = LoadLe32(zip64 + 16);
-                directoryDisk = LoadLe32(zip64 + 20);
-                onDisk = LoadLe64(zip64 + 24);
-                total = LoadLe64(zip64 + 32);
-                directorySize = LoadLe64(zip64 + 40);
-                directoryOffset = LoadLe64(zip64 + 48);
-                directoryLimit = zip64Offset;
+    // A record whose comment fits in the file wins; only then one whose comment-length field
+    // runs past the end (other tools read such archives, taking the comment as what is there).
+    for (const bool commentMustFit : {true, false}) {
+        for (size_t at = tail.size() - kEndRecordSize + 1; at-- > 0;) {
+            const uint8_t* record = tail.data() + at;
+            if (LoadLe32(record) != kEndRecordSignature) {
+                continue;
+            }
+            const uint64_t recordOffset = base + at;
+            if (commentMustFit && recordOffset + kEndRecordSize + LoadLe16(record + 20) > size) {
+                continue;
+            }
+            if (std::optional<DirectoryLocation> location =
+                    ReadEndRecords(source, record, recordOffset)) {
+                return location;
             }
         }
-        uint64_t directoryEnd = 0;
-        if (disk != 0 || directoryDisk != 0 ||
-            !AddWithin(directoryOffset, directorySize, directoryLimit, directoryEnd)) {
-            continue;  // a spanned archive, or a record that only looks like one
-        }
-        return DirectoryLocation{directoryOffset, directoryEnd, onDisk, total};
     }
     return std::nullopt;
 }
@@ -293,6 +328,9 @@ ArchiveEntry ZipReader::readEntry() {
                            entry.localOffset == kMax32)) {
         FailEntryUnreadable();  // a ZIP64 marker without the ZIP64 field
     }
+    // Offsets count from the archive's start, wherever a stub in front moved it to (an offset
+    // pushed out of range fails where it is used).
+    entry.localOffset += std::min(directory_.shift, UINT64_MAX - entry.localOffset);
 
     const std::string_view rawName(reinterpret_cast<const char*>(variable.data()), nameLength);
     entry.folder = !rawName.empty() && (rawName.back() == '/' || rawName.back() == '\\');
@@ -362,7 +400,9 @@ EntryData ZipReader::locateData(const ArchiveEntry& entry) {
         return data;
     }
 
-    // Entry data lies before the central directory and nowhere else.
+    // Entry data lies before the central directory and nowhere else. Its sizes may claim more
+    // than the data holds: the decoder then goes by the stream's end, or for a stored entry by
+    // the smaller size, and the CRC.
     uint8_t header[kLocalHeaderSize];
     uint64_t dataEnd = 0;
     if (!AddWithin(entry.localOffset, kLocalHeaderSize, directory_.offset, data.start) ||
@@ -374,9 +414,6 @@ EntryData ZipReader::locateData(const ArchiveEntry& entry) {
         FailEntryNotExtracted();
     }
     claimSpan(entry.localOffset, std::max(dataEnd, entry.localOffset + 1));
-    if (entry.method == kMethodStored && entry.compressed != entry.uncompressed) {
-        FailEntryNotExtracted();
-    }
     return data;
 }
 
@@ -441,14 +478,13 @@ void EntryDecoder::inflateWhole(const ArchiveEntry& entry, ByteSource& source, u
     if (compressed != 0 && !source.readAt(dataStart, input_.data(), compressed)) {
         FailEntryNotExtracted();
     }
-    // The stream must end exactly at the entry's last compressed byte, and its output may not
-    // outgrow the declared size (libdeflate stops there and says so).
+    // The stream must end within the entry's compressed bytes, and its output may not outgrow
+    // the declared size (libdeflate stops there and says so).
     size_t consumed = 0;
     size_t produced = 0;
     if (libdeflate_deflate_decompress_ex(decompressor_.get(), input_.data(), compressed,
                                          output_.data(), static_cast<size_t>(entry.uncompressed),
-                                         &consumed, &produced) != LIBDEFLATE_SUCCESS ||
-        consumed != compressed) {
+                                         &consumed, &produced) != LIBDEFLATE_SUCCESS) {
         FailEntryNotExtracted();
     }
     VerifiedOutput output(entry, file);
@@ -458,10 +494,12 @@ void EntryDecoder::inflateWhole(const ArchiveEntry& entry, ByteSource& source, u
 
 void EntryDecoder::copyStored(const ArchiveEntry& entry, ByteSource& source, uint64_t dataStart,
                               EntryFile& file) {
+    // Without a stream end of its own, a stored entry is as long as the smaller of its sizes
+    // says; the CRC decides whether that is all of it.
+    const uint64_t size = std::min(entry.compressed, entry.uncompressed);
     VerifiedOutput output(entry, file);
-    for (uint64_t done = 0; done < entry.compressed;) {
-        const size_t length =
-            static_cast<size_t>(std::min<uint64_t>(kChunkSize, entry.compressed - done));
+    for (uint64_t done = 0; done < size;) {
+        const size_t length = static_cast<size_t>(std::min<uint64_t>(kChunkSize, size - done));
         if (!source.readAt(dataStart + done, input_.data(), length)) {
             FailEntryNotExtracted();
         }
@@ -503,9 +541,6 @@ void EntryDecoder::inflateData(const ArchiveEntry& entry, ByteSource& source, ui
             !(result == Z_BUF_ERROR && stream.avail_in == 0 && consumed < entry.compressed)) {
             FailEntryNotExtracted();
         }
-    }
-    if (stream.avail_in != 0 || consumed != entry.compressed) {
-        FailEntryNotExtracted();  // the stream ended before the data the entry claims
     }
     output.finish();
 }

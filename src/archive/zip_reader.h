@@ -3,7 +3,9 @@
 // offset and length from the archive is checked against the file before it is used: a malformed
 // archive fails with one of the codes below and never makes the reader read or write out of
 // range, loop, or allocate what its headers claim. Stored and deflated entries only; each is
-// verified (CRC-32, both sizes, compressed data consumed exactly) before its file is kept.
+// verified before its file is kept: its data (as long as its compressed size says) overlaps no
+// other entry's, a deflate stream ends within it and yields no more than the size, and the CRC-32
+// matches. Sizes that claim more than the stream holds are forgiven, as other tools do.
 
 #include <libdeflate.h>
 
@@ -39,9 +41,12 @@ struct DirectoryLocation {
     uint64_t end = 0;
     uint64_t entriesOnDisk = 0;
     uint64_t entryCount = 0;
+    // Bytes in front of the archive that its offsets leave out (offset and end count them).
+    uint64_t shift = 0;
 };
-// The end record is looked for behind a comment and trailing bytes too; a ZIP64 end record is
-// followed when its locator is there. Nothing when `source` holds no readable zip archive.
+// The end record is looked for behind a comment and trailing bytes too, and one whose comment
+// length runs past the end is taken when no other fits; a ZIP64 end record is followed when its
+// locator is there. Nothing when `source` holds no readable zip archive.
 std::optional<DirectoryLocation> FindCentralDirectory(ByteSource& source);
 
 // Where an entry's data lies, once its header, name and span passed their checks.
@@ -50,9 +55,10 @@ struct EntryData {
     uint64_t start = 0;  // of the stored or deflated bytes in the archive (files only)
 };
 
-// Turns an entry's stored or deflated bytes into its file's content, verifying both sizes and
-// the CRC-32 (-50 "Unable to get zip item" on any mismatch). Keeps its buffers from one entry to
-// the next; one decoder per thread.
+// Turns an entry's stored or deflated bytes into its file's content, verifying the stream's end,
+// the size and the CRC-32 (-50 "Unable to get zip item" on any mismatch). A deflated entry is as
+// long as its stream, a stored one as the smaller of its sizes. Keeps its buffers from one entry
+// to the next; one decoder per thread.
 class EntryDecoder {
   public:
     // A deflated entry up to this size (both sizes) is read whole and inflated in one libdeflate

@@ -109,14 +109,14 @@ TEST(Malformed, EachDamageFailsAtItsStepAndKeepsWhatCameBefore) {
          1},
         {"bad CRC of the second", [](Bytes& b) { Add32(b, CentralHeader(b, 1) + 16, 1); },
          kNotExtracted, onlyA, 1},
-        {"uncompressed size too large", [](Bytes& b) { Add32(b, CentralHeader(b, 1) + 24, 1); },
-         kNotExtracted, onlyA, 1},
         {"uncompressed size too small", [](Bytes& b) { Add32(b, CentralHeader(b, 1) + 24, -1); },
          kNotExtracted, onlyA, 1},
         {"compressed size too small", [](Bytes& b) { Add32(b, CentralHeader(b, 1) + 20, -1); },
          kNotExtracted, onlyA, 1},
         {"compressed size into the directory",
          [](Bytes& b) { Add32(b, CentralHeader(b, 1) + 20, 100); }, kNotExtracted, onlyA, 0},
+        {"compressed size of the first into the second",
+         [](Bytes& b) { Add32(b, CentralHeader(b, 0) + 20, 1); }, kNotExtracted, onlyA, 0},
         {"local header out of range",
          [](Bytes& b) { StoreLe32(&b[CentralHeader(b, 1) + 42], 0x7FFFFFF0); }, kNotExtracted,
          onlyA, 0},
@@ -167,6 +167,71 @@ TEST(Malformed, EachDamageFailsAtItsStepAndKeepsWhatCameBefore) {
             EXPECT_EQ(outcome.tree, c.extracted) << c.name << size;
             // Files after the failing one may have been started alongside it, and were discarded.
             EXPECT_GE(outcome.discarded, c.discarded) << c.name << size;
+        }
+    }
+}
+
+// What Info-ZIP's unzip and Python's zipfile read, we read too: sizes claiming more than there is
+// (the stream's end and the CRC decide, or for a stored entry the smaller size and the CRC), a
+// comment length past the end, bytes behind the archive, and a stub in front whose size the
+// offsets leave out. Each on a stored, a wholly inflated and a streamed second (last) entry.
+TEST(Malformed, WhatOtherToolsForgiveUnpacks) {
+    // Bytes between the last entry's data and the directory, which its compressed size counts.
+    auto gapCounted = [](Bytes& b, bool sizeToo) {
+        const size_t directory = LoadLe32(&b[EndRecord(b) + 16]);
+        b.insert(b.begin() + static_cast<std::ptrdiff_t>(directory), 16, 0);
+        Add32(b, EndRecord(b) + 16, 16);
+        Add32(b, CentralHeader(b, 1) + 20, 16);
+        if (sizeToo) {
+            Add32(b, CentralHeader(b, 1) + 24, 16);
+        }
+    };
+    struct Forgiven {
+        const char* name;
+        std::function<void(Bytes&)> change;
+        bool storedToo;  // false: a stored entry has no end of its own, its CRC then fails
+    };
+    const Forgiven cases[] = {
+        {"compressed size larger", [&](Bytes& b) { gapCounted(b, false); }, true},
+        {"both sizes larger", [&](Bytes& b) { gapCounted(b, true); }, false},
+        {"size larger", [&](Bytes& b) { Add32(b, CentralHeader(b, 1) + 24, 16); }, true},
+        {"comment length past the end", [](Bytes& b) { StoreLe16(&b[b.size() - 2], 40); }, true},
+        {"trailing bytes", [](Bytes& b) { b.insert(b.end(), 300, 'x'); }, true},
+        {"stub in front",
+         [](Bytes& b) {
+             const Bytes stub = Build({{u"stub.txt", "a stub of sorts"}});
+             b.insert(b.begin(), stub.begin(), stub.end());
+         },
+         true},
+    };
+    struct Second {
+        const char* path;
+        std::u16string name;
+        std::string content;
+        std::string file;
+    };
+    // A ".gz" is stored as it is.
+    const Second seconds[] = {{"stored", u"b.gz", kB, "b.gz"},
+                              {"whole", u"b.bin", Text(3000, 13), "b.bin"},
+                              {"streamed", u"b.bin", kLargeB, "b.bin"}};
+    for (const Second& second : seconds) {
+        const bool stored = second.name == u"b.gz";
+        for (const Forgiven& c : cases) {
+            Bytes bytes = Build({{u"a.txt", kA}, {second.name, second.content}});
+            c.change(bytes);
+            if (second.content.size() < 10000) {
+                SaveSeed(std::string("forgiven ") + c.name + " " + second.path, bytes);
+            }
+            const Outcome outcome = Extract(bytes);
+            const std::string label = std::string(c.name) + " (" + second.path + ")";
+            if (stored && !c.storedToo) {
+                EXPECT_EQ(outcome.failure, kNotExtracted) << label;
+                EXPECT_EQ(outcome.tree, (Tree{{"a.txt", kA}})) << label;
+            } else {
+                EXPECT_EQ(outcome.failure, "") << label;
+                EXPECT_EQ(outcome.tree, (Tree{{"a.txt", kA}, {second.file, second.content}}))
+                    << label;
+            }
         }
     }
 }

@@ -18,6 +18,9 @@ import tempfile
 import unittest
 import zipfile
 
+sys.path.insert(0, os.path.join(os.path.dirname(os.path.abspath(__file__)), "..", "archive"))
+import odd_archives  # noqa: E402
+
 WINE_RUN, BIN_DIR = sys.argv[1], sys.argv[2]
 UTF8_ENV = dict(os.environ, LC_ALL="C.UTF-8")
 
@@ -221,6 +224,37 @@ class Interop(unittest.TestCase):
         self.assertEqual(int(os.stat(self.path("out/late.txt")).st_mtime), when)
         self.assertEqual(os.stat(self.path("out/locked.txt")).st_mode & 0o222, 0)
         self.assertNotEqual(os.stat(self.path("out/late.txt")).st_mode & 0o200, 0)
+
+    def test_archives_unzip_reads_despite_odd_records_unpack_as_unzip_unpacks_them(self):
+        # A self-extractor's stub in front, sizes claiming more than the data (streamed and
+        # whole), a comment shorter than recorded: byte for byte what unzip makes of them. Then
+        # an archive whose second entry fails keeps the first and writes nothing else anywhere.
+        accepted = ["stub in front, offsets not adjusted", "stub in front, sizes larger",
+                    "both headers claim larger sizes, a gap after the data, large entry",
+                    "comment length past the end"]
+        refused = "stored entry, both headers claim larger sizes"
+        calculations = []
+        for index, name in enumerate(accepted + [refused]):
+            with open(self.path("%d.zip" % index), "wb") as f:
+                f.write(odd_archives.CASES[name][0])
+            calculations.append("VFile_DeCompress( %s ; %s )" % (
+                calc_text(windows_path(self.path("%d.zip" % index))),
+                calc_text(windows_path(self.path("out %d" % index)))))
+        before = sorted(os.listdir(self.dir))
+        results = fmhost(*calculations)
+        for index, name in enumerate(accepted):
+            self.assertEqual(results[2 * index:2 * index + 2], OK, name)
+            subprocess.run(["unzip", "-q", self.path("%d.zip" % index), "-d",
+                            self.path("unzip %d" % index)], capture_output=True)
+            self.assertEqual(tree(self.path("out %d" % index)),
+                             tree(self.path("unzip %d" % index)), name)
+        self.assertEqual(results[-2:], ["-50", "Unable to get zip item"])
+        last = len(accepted)
+        self.assertEqual(tree(self.path("out %d" % last)),
+                         {"text.txt": odd_archives.TEXT})
+        self.assertEqual(sorted(os.listdir(self.dir)),
+                         sorted(before + ["out %d" % i for i in range(last + 1)] +
+                                ["unzip %d" % i for i in range(last)]))
 
     def test_an_empty_archive_creates_the_target_folder(self):
         with zipfile.ZipFile(self.path("empty.zip"), "w"):
