@@ -94,13 +94,14 @@ def select(kind, scale, seed):
 
 
 def top_up(root, kind, scale, seed, files, total):
-    """Generated files for what the machine lacked: text, binary tables and random bytes."""
+    """Generated files for what the machine lacked: text (small ones of 3 to 40 KiB, about a
+    source file's mean), or large ones of text, binary tables and random bytes."""
     rng = random.Random(seed)
     budget = kind["megabytes"] * MB * scale
     count = kind["files"] * scale if kind["files"] else None
     made = 0
     while total < budget * 0.95 and (count is None or files < count):
-        size = rng.randint(kind["smallest"], min(kind["largest"], 4 * MB))
+        size = rng.randint(kind["smallest"], 40 * KIB if kind["text_only"] else 4 * MB)
         maker = make_corpus.text if kind["text_only"] else rng.choice(
             [make_corpus.text, make_corpus.table, lambda _, n: rng.randbytes(n)])
         make_corpus.write(os.path.join(root, "generated", "part %d" % (made // 100),
