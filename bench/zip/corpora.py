@@ -53,7 +53,7 @@ def candidates(roots, smallest, largest, seed):
                 except (OSError, UnicodeEncodeError):
                     continue
                 if (not stat.S_ISREG(info.st_mode) or not smallest <= info.st_size <= largest
-                        or (info.st_dev, info.st_ino) in seen):
+                        or (info.st_dev, info.st_ino) in seen or not os.access(path, os.R_OK)):
                     continue
                 seen.add((info.st_dev, info.st_ino))
                 key = hashlib.sha1(("%d %s" % (seed, path)).encode()).digest()

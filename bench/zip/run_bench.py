@@ -151,9 +151,11 @@ def remove(path):
         os.remove(path)
 
 
-def verdict(value, target, at_least):
+def verdict(value, target, at_least, digits=2):
+    """The target beside a figure, judged on the figure as printed (`digits` decimals)."""
     if target is None:
         return "[no target]"
+    value = round(value, digits)
     met = value >= target if at_least else value <= target
     return "[target %s %g: %s]" % (">=" if at_least else "<=", target, "met" if met else "MISSED")
 
@@ -178,7 +180,7 @@ class Bench:
         print("  %s" % what)
         print("    VFile  %7.2f s with start-up, %7.2f s call alone (%4.0f MB/s), peak %.1f MB "
               "above idle %s" % (ours[0], call, megabytes / call, peak,
-                                 verdict(peak, targets["peak"], False)))
+                                 verdict(peak, targets["peak"], False, 1)))
         print("    %-6s %7.2f s (%4.0f MB/s), peak %.1f MB" %
               (tool, theirs[0], megabytes / theirs[0], theirs[1]))
         print("    vs %s: %.2fx call alone %s, %.2fx with start-up" %
@@ -187,8 +189,8 @@ class Bench:
         if floor_kind:
             mine = figures["floor"]
             floor_call = max(mine[0] - self.floor_idle, 1e-3)
-            print("    floor (%s) %.2f s with start-up, %.2f s alone: VFile takes %.2fx the "
-                  "floor's time, call alone %s; %.2fx with start-up" %
+            print("    floor (%s) %.2f s with start-up, %.2f s alone; VFile/floor %.2fx call "
+                  "alone %s, %.2fx with start-up" %
                   (floor_kind, mine[0], floor_call, call / floor_call,
                    verdict(call / floor_call, targets["floor"], False), ours[0] / mine[0]))
 
@@ -227,7 +229,7 @@ class Bench:
         ours_size, theirs_size = os.path.getsize(ours_zip), os.path.getsize(theirs_zip)
         print("    archive: ours %d bytes, zip -6 %d, ratio %.4f %s" %
               (ours_size, theirs_size, ours_size / theirs_size,
-               verdict(round(ours_size / theirs_size, 4), targets["size"], False)))
+               verdict(ours_size / theirs_size, targets["size"], False, 4)))
 
         # Each extraction gets a folder of its own, and all are removed only at the end: ext4
         # skips inodes freed in the last minutes when it allocates new ones, so extracting right
