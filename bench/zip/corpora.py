@@ -6,9 +6,11 @@ Real files, as a new user would try the functions, copied from this machine with
   800 MB at --scale 1;
 - many small files: text files (no NUL in their first 8 KiB) of 3 KiB to 256 KiB under
   /usr/include, /usr/share, /usr/lib and /usr/src, 9,500 files or 190 MB at --scale 1, whichever
-  comes first (the lower bound gives the mean size of a source tree, about 20 KB).
-Candidates are taken in the order of SHA-1(seed, path), so a selection is the same on the same
-machine and spreads over every folder; hard links count once; names Windows cannot hold
+  comes first (the lower bound gives the mean size of a source tree, about 20 KB), taken a whole
+  folder at a time, so folders hold as many files as source trees' do.
+Candidates (files, or for small files folders) are taken in the order of SHA-1(seed, path), so a
+selection is the same on the same machine and spreads over the whole of /usr; hard links count
+once; names Windows cannot hold
 (reserved characters or device names, a trailing dot or space, paths that differ only in letter
 case) are left out. What the machine lacks is topped up with make_corpus.py's generators in
 `generated/`. The chosen paths are in WORK/<corpus>.selection.
@@ -29,9 +31,9 @@ KIB, MB = 1024, 1024 * 1024
 RESERVED = {"CON", "PRN", "AUX", "NUL", "CONIN$", "CONOUT$"} | {
     "%s%d" % (p, i) for p in ("COM", "LPT") for i in range(1, 10)}
 LARGE = dict(roots=("/usr/lib", "/usr/share", "/usr/bin"), smallest=256 * KIB, largest=64 * MB,
-             text_only=False, files=None, megabytes=800)
+             text_only=False, whole_folders=False, files=None, megabytes=800)
 SMALL = dict(roots=("/usr/include", "/usr/share", "/usr/lib", "/usr/src"), smallest=3 * KIB,
-             largest=256 * KIB, text_only=True, files=9500, megabytes=190)
+             largest=256 * KIB, text_only=True, whole_folders=True, files=9500, megabytes=190)
 
 
 def usable_on_windows(part):
@@ -40,8 +42,9 @@ def usable_on_windows(part):
     return part.split(".")[0].upper() not in RESERVED
 
 
-def candidates(roots, smallest, largest, seed):
-    """(order key, path, size) of every eligible regular file below `roots`."""
+def candidates(roots, smallest, largest, seed, whole_folders):
+    """(order key, path, size) of every eligible regular file below `roots`; with
+    `whole_folders` a folder's files come together, in name order."""
     seen, found = set(), []
     for root in roots:
         for folder, _, names in os.walk(root):
@@ -56,7 +59,8 @@ def candidates(roots, smallest, largest, seed):
                         or (info.st_dev, info.st_ino) in seen or not os.access(path, os.R_OK)):
                     continue
                 seen.add((info.st_dev, info.st_ino))
-                key = hashlib.sha1(("%d %s" % (seed, path)).encode()).digest()
+                key = hashlib.sha1(("%d %s" % (seed, folder if whole_folders else path))
+                                   .encode()).digest()
                 found.append((key, path, info.st_size))
     found.sort()
     return found
@@ -75,7 +79,8 @@ def select(kind, scale, seed):
     budget = kind["megabytes"] * MB * scale
     count = kind["files"] * scale if kind["files"] else None
     chosen, total, spellings = [], 0, {}
-    for _, path, size in candidates(kind["roots"], kind["smallest"], kind["largest"], seed):
+    for _, path, size in candidates(kind["roots"], kind["smallest"], kind["largest"], seed,
+                                    kind["whole_folders"]):
         if total >= budget or (count is not None and len(chosen) >= count):
             break
         if total + size > budget:
