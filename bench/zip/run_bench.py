@@ -6,12 +6,12 @@ codec alone, natively; and one 1 GB file. Never a test.
     bench/zip/run_bench.py [--work DIR] [--scale 1] [--repeat 3] [--seed 1]
                            [--large-file-gb 1] [--skip-large-file] [--skip-codec]
 
-Needs the Windows build (fmhost, the plug-in and zip_floor.exe: scripts/build.sh), `zip`,
-`unzip` and GNU `time`, and for the codec part cmake and Debian's libdeflate-dev and zlib1g-dev
-(codec_bench is built in build/bench when missing, or give --codec-bench PATH). The corpora (see corpora.py:
-800 MB of large files and 9,500 small text files from /usr at --scale 1) are copied into the
-work folder once; give --work to keep and reuse them. --scale 0.05 --repeat 1 --skip-large-file
---skip-codec checks the script in a minute.
+Needs the Windows build (fmhost, the plug-in and zip_floor.exe: scripts/build.sh), `zip`, `unzip`
+and GNU `time`, and for the codec part cmake and Debian's libdeflate-dev and zlib1g-dev
+(codec_bench is built in build/bench when missing, or give --codec-bench PATH). The corpora (see
+corpora.py: 800 MB of large files and 9,500 small text files from /usr at --scale 1) are copied
+into the work folder once; give --work to keep and reuse them. --scale 0.05 --repeat 1 --skip-
+large-file --skip-codec checks the script in a minute.
 
 Figures. Each time is the best of --repeat turns in which every side runs once, in turn, with its
 input read into the page cache first (a change in the machine's load then touches every side
@@ -19,10 +19,10 @@ alike); each peak is the largest of the turns. "with start-up" is the whole fmho
 the host starting, the plug-in loading); "call alone" takes off the idle fmhost run (`1`
 evaluated), so it is the function's own time. Peak memory is the largest resident set of any
 process of the run (GNU time) less that of the idle run. Info-ZIP's start-up is a few
-milliseconds: its whole run is its time. Every target is printed beside its figure with "met" or "MISSED"; a missed target does
-not change the exit status, which is non-zero only when a tool fails or an unpacked tree (ours,
-unzip's or the floor's, the first of each run) differs from the corpus in any folder, file, size
-or BLAKE2 hash.
+milliseconds: its whole run is its time. Every target is printed beside its figure with "met" or
+"MISSED"; a missed target does not change the exit status, which is non-zero only when a tool
+fails or an unpacked tree (ours, unzip's or the floor's, the first of each run) differs from the
+corpus in any folder, file, size or BLAKE2 hash.
 
 The floor (bench/zip/floor.cpp, zip_floor.exe, run under the same Wine server), one thread, one
 file at a time, 1 MiB ReadFile/WriteFile calls, long-path names, its idle start-up taken off as
