@@ -10,8 +10,8 @@ Needs the Windows build (fmhost, the plug-in and zip_floor.exe: scripts/build.sh
 and GNU `time`, and for the codec part cmake and Debian's libdeflate-dev and zlib1g-dev
 (codec_bench is built in build/bench when missing, or give --codec-bench PATH). The corpora (see
 corpora.py: 800 MB of large files and 9,500 small text files from /usr at --scale 1) are copied
-into the work folder once; give --work to keep and reuse them. --scale 0.05 --repeat 1 --skip-
-large-file --skip-codec checks the script in a minute.
+into the work folder once; give --work to keep and reuse them. `--scale 0.05 --repeat 1
+--skip-large-file --skip-codec` checks the script in a minute.
 
 Figures. Each time is the best of --repeat turns in which every side runs once, in turn, with its
 input read into the page cache first (a change in the machine's load then touches every side
