@@ -18,8 +18,8 @@ packages=(
     xdotool
     # Info-ZIP: the zip tests check our archives with it and unpack its archives.
     zip unzip
-    # The zip interoperability test and the zip benchmark.
-    python3
+    # The zip interoperability test and the zip benchmark (GNU time: the benchmark's peak memory).
+    python3 time
     # The release checks: Authenticode signing with a throwaway certificate, the HTML reference.
     osslsigncode openssl cmark-gfm
 )

@@ -1,8 +1,9 @@
 // The deflate codec alone: libdeflate (whole buffers) against zlib (raw streams, as the archive
-// code drives it) on every file below a folder, e.g. the corpus of make_corpus.py. Run optimised:
+// code drives it) on every file below a folder. run_bench.py builds it and runs it on its
+// large-files corpus; by hand, optimised:
 //   cmake -S . -B build/bench -DCMAKE_BUILD_TYPE=Release -DVF_SANITIZE=OFF
 //   cmake --build build/bench --target codec_bench
-//   bench/zip/make_corpus.py /tmp/corpus && build/bench/bin/codec_bench /tmp/corpus
+//   build/bench/bin/codec_bench FOLDER
 // Prints MB/s of input for deflate at each level, inflate and CRC-32, the output sizes, and
 // libdeflate's ratio to zlib. LARGEST_FILE_BYTES leaves out larger files (to measure the sizes
 // that are deflated whole). Each figure is the best of three rounds in the same run.

@@ -6,7 +6,8 @@
 At the default 200 MB: one 60 MB log-like text file, about 2,000 files under 4 KiB, text files of
 100 KB to 2 MB, binary tables that compress moderately, already-compressed files (.jpg, .png, .gz,
 .zip: random bytes), empty files and empty folders, and non-ASCII names throughout. Every part
-scales with --size-mb; the same seed and size always give the same bytes.
+scales with --size-mb; the same seed and size always give the same bytes. run_bench.py uses real
+files (corpora.py) and these generators only for what a machine lacks.
 """
 import argparse
 import os
