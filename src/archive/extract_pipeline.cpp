@@ -28,54 +28,9 @@ void Push(ExtractStepQueue& queue, ExtractStep step) {
     }
 }
 
-// The worker's side of a file: its bytes and its commit become steps.
-class QueuedFile : public EntryFile {
-  public:
-    explicit QueuedFile(ExtractStepQueue& queue) : queue_(queue) {}
-    void write(const uint8_t* data, size_t length) override {
-        ExtractStep step;
-        step.kind = ExtractStep::Kind::kData;
-        step.data = queue_.spareBuffer();
-        step.data.assign(data, data + length);
-        Push(queue_, std::move(step));
-    }
-    void commit(const EntryTime& time) override {
-        ExtractStep step;
-        step.kind = ExtractStep::Kind::kCommit;
-        step.time = time;
-        Push(queue_, std::move(step));
-    }
-
-  private:
-    ExtractStepQueue& queue_;
-};
-
-class QueuedTarget : public ExtractTarget {
-  public:
-    explicit QueuedTarget(ExtractStepQueue& queue) : queue_(queue) {}
-    void makeFolder(const RelativePath& path) override {
-        ExtractStep step;
-        step.kind = ExtractStep::Kind::kFolder;
-        step.path = path;
-        Push(queue_, std::move(step));
-    }
-    std::unique_ptr<EntryFile> createFile(const RelativePath& path) override {
-        ExtractStep step;
-        step.kind = ExtractStep::Kind::kFile;
-        step.path = path;
-        Push(queue_, std::move(step));
-        return std::make_unique<QueuedFile>(queue_);
-    }
-
-  private:
-    ExtractStepQueue& queue_;
-};
-
-// The worker: the whole reading of the archive, ending in kFinished or kFailed. A file left
-// uncommitted by a failure needs no step of its own: kFailed follows it directly.
+// The worker: the whole reading and checking of the archive, ending in kFinished or kFailed.
 void ReadAhead(ByteSource& source, OemDecoder decodeOem, ExtractStepQueue& queue) {
     try {
-        QueuedTarget target(queue);
         ReadAheadSource readAhead(source);
         ZipReader reader(readAhead, decodeOem);
         const uint64_t count = reader.entryCount();
@@ -94,20 +49,25 @@ void ReadAhead(ByteSource& source, OemDecoder decodeOem, ExtractStepQueue& queue
                 }
                 continue;
             }
-            if (entry.folder || !EntryDecoder::DecodesWhole(entry)) {
-                reader.extractEntry(entry, target);
+            EntryData data = reader.locateData(entry);
+            ExtractStep step;
+            step.path = std::move(data.path);
+            if (entry.folder) {
+                step.kind = ExtractStep::Kind::kFolder;
+                Push(queue, std::move(step));
                 continue;
             }
-            ExtractStep step;
-            step.kind = ExtractStep::Kind::kEncodedFile;
-            EntryData data = reader.locateData(entry);
-            step.claim = queue.claimWholeEntry(EntryDecoder::WholeEntryBytes(entry));
-            if (!step.claim) {
-                throw ExtractionAbandoned{};
+            step.kind = ExtractStep::Kind::kFile;
+            step.dataStart = data.start;
+            step.whole = EntryDecoder::DecodesWhole(entry);
+            if (step.whole) {
+                step.claim = queue.claimWholeEntry(EntryDecoder::WholeEntryBytes(entry));
+                if (!step.claim) {
+                    throw ExtractionAbandoned{};
+                }
+                step.data = queue.spareBuffer();
+                reader.readData(entry, data, step.data);
             }
-            step.data = queue.spareBuffer();
-            reader.readData(entry, data, step.data);
-            step.path = std::move(data.path);
             step.entry = std::move(entry);
             Push(queue, std::move(step));
         }
@@ -231,22 +191,21 @@ std::u16string LooseKey(const RelativePath& path, size_t count) {
     return key;
 }
 
-// The calling thread's side: a small file goes whole to the writer pool; a large one is written
-// here as its decoded content arrives. Either way it is committed in its turn.
+// The calling thread's side: folders are made here, files handed to the writer pool, each
+// committed in its turn.
 class FileDispatcher {
   public:
-    FileDispatcher(ExtractTarget& target, ExtractStepQueue& queue)
-        : target_(target),
-          queue_(queue),
-          pool_(target, order_,
-                [&queue](std::vector<uint8_t> bytes) { queue.recycle(std::move(bytes)); }) {}
+    FileDispatcher(ByteSource& archive, ExtractTarget& target, ExtractStepQueue& queue)
+        : target_(target), pool_(archive, target, order_, [&queue](std::vector<uint8_t> bytes) {
+              queue.recycle(std::move(bytes));
+          }) {}
 
     void makeFolder(const RelativePath& path) {
         rethrowPoolFailure();  // no later entry once an earlier one failed
         waitForClashes(path, false);
         target_.makeFolder(path);
     }
-    // Small files are handed to the pool in batches (see flush).
+    // Files are handed to the pool in batches (see flush).
     void submit(ExtractStep& step) {
         waitForClashes(step.path, true);
         notePending(step.path);
@@ -254,6 +213,8 @@ class FileDispatcher {
         job.sequence = sequence_++;
         job.path = std::move(step.path);
         job.entry = std::move(step.entry);
+        job.dataStart = step.dataStart;
+        job.whole = step.whole;
         job.encoded = std::move(step.data);
         job.claim = std::move(step.claim);
         batchBytes_ += job.encoded.size();
@@ -269,32 +230,14 @@ class FileDispatcher {
             batchBytes_ = 0;
         }
     }
-    void begin(const RelativePath& path) {
-        rethrowPoolFailure();
-        flush();
-        waitForClashes(path, true);
-        streamedSequence_ = sequence_++;
-        streamed_ = target_.createFile(path);
-    }
-    void write(std::vector<uint8_t> data) {
-        streamed_->write(data.data(), data.size());
-        queue_.recycle(std::move(data));
-    }
-    void commit(const EntryTime& time) {
-        order_.ready(streamedSequence_, std::move(streamed_), time, nullptr);
-    }
     // Every file handed over is finished; throws the first failure among them, if any.
     void finish() {
         flush();
         pool_.drain();
         rethrowPoolFailure();
     }
-    // The file in progress (if any) fails with `failure`; every file handed over before it is
-    // finished.
-    void abandon(std::exception_ptr failure) {
-        if (streamed_) {
-            order_.ready(streamedSequence_, std::move(streamed_), EntryTime(), failure);
-        }
+    // Every file handed over is finished (the failure that stops the rest comes after them).
+    void abandon() {
         flush();
         pool_.drain();
     }
@@ -336,17 +279,14 @@ class FileDispatcher {
     }
 
     ExtractTarget& target_;
-    ExtractStepQueue& queue_;
     CommitOrder order_;
     FileWriterPool pool_;
     uint64_t sequence_ = 0;
-    uint64_t streamedSequence_ = 0;
     std::vector<FileJob> batch_;
     size_t batchBytes_ = 0;
     // Loose keys of the files handed to the pool since it last finished, and of their folders.
     std::set<std::u16string> pendingFiles_;
     std::set<std::u16string> pendingFolders_;
-    std::unique_ptr<EntryFile> streamed_;
 };
 
 }  // namespace
@@ -355,7 +295,7 @@ void ExtractArchive(ByteSource& source, ExtractTarget& target, OemDecoder decode
     ExtractStepQueue queue;
     WorkerGuard worker(queue, std::thread(ReadAhead, std::ref(source), decodeOem, std::ref(queue)));
     // Declared after the guard: files in progress are removed before the worker is joined.
-    FileDispatcher files(target, queue);
+    FileDispatcher files(source, target, queue);
     std::deque<ExtractStep> batch;
     try {
         for (;;) {
@@ -371,16 +311,7 @@ void ExtractArchive(ByteSource& source, ExtractTarget& target, OemDecoder decode
                     files.makeFolder(step.path);
                     break;
                 case ExtractStep::Kind::kFile:
-                    files.begin(step.path);
-                    break;
-                case ExtractStep::Kind::kEncodedFile:
                     files.submit(step);
-                    break;
-                case ExtractStep::Kind::kData:
-                    files.write(std::move(step.data));
-                    break;
-                case ExtractStep::Kind::kCommit:
-                    files.commit(step.time);
                     break;
                 case ExtractStep::Kind::kFailed:
                     std::rethrow_exception(step.failure);
@@ -394,7 +325,7 @@ void ExtractArchive(ByteSource& source, ExtractTarget& target, OemDecoder decode
         }
     } catch (...) {
         // A failure of an earlier file, still being written by the pool, comes first.
-        files.abandon(std::current_exception());
+        files.abandon();
         files.rethrowPoolFailure();
         throw;
     }

@@ -1,10 +1,11 @@
 #pragma once
-// Unpacking on several threads. A worker reads the archive ahead of time and checks every entry.
-// A small entry goes, still stored or deflated, to a pool of writer threads that decode, verify
-// and write it (file_writer_pool.h), several at once; a large one the worker decodes and verifies
-// itself while the calling thread writes it out. Files are put in place strictly in archive
-// order, each only once its entry is verified, so a failure leaves what unpacking on one thread
-// would: the files before it, nothing after it.
+// Unpacking on several threads. A worker reads the archive's directory and headers ahead of time
+// and checks every entry; the files go to a pool of writer threads that decode, verify and write
+// several at once (file_writer_pool.h). A small entry's bytes travel with it, read by the worker;
+// a large one the writer thread streams from the archive itself, so several large files inflate
+// at once too. Files are put in place strictly in archive order, each only once its entry is
+// verified, so a failure leaves what unpacking on one thread would: the files before it, nothing
+// after it.
 //
 // The worker runs at most a bounded amount ahead (bytes and steps), and the whole entries read,
 // being decoded or written hold at most a bounded number of bytes between them (ByteBudget), so
@@ -27,16 +28,15 @@ namespace archive {
 
 // One thing for the calling thread to do, in archive order.
 struct ExtractStep {
-    // kFile, kData..., kCommit: a file the worker decodes. kEncodedFile: a whole small file still
-    // stored or deflated, decoded by whoever writes it.
-    enum class Kind { kFolder, kFile, kData, kCommit, kEncodedFile, kFailed, kFinished };
+    enum class Kind { kFolder, kFile, kFailed, kFinished };
     Kind kind = Kind::kFinished;
-    RelativePath path;           // kFolder, kFile, kEncodedFile
-    std::vector<uint8_t> data;   // kData, kEncodedFile
-    EntryTime time;              // kCommit
-    ArchiveEntry entry;          // kEncodedFile
+    RelativePath path;           // kFolder, kFile
+    ArchiveEntry entry;          // kFile
+    uint64_t dataStart = 0;      // kFile: where its stored or deflated bytes begin
+    bool whole = false;          // kFile: `data` holds those bytes (else read from the archive)
+    std::vector<uint8_t> data;   // kFile, whole
+    ByteBudget::Claim claim;     // kFile, whole: its share of the budget, until it is written
     std::exception_ptr failure;  // kFailed; kFinished: an entry left out, reported at the end
-    ByteBudget::Claim claim;     // kEncodedFile: its share of the budget, until it is written
 };
 
 // The bounded hand-over between the worker and the calling thread. Steps change hands in batches

@@ -7,9 +7,10 @@
 
 namespace archive {
 
-FileWriterPool::FileWriterPool(ExtractTarget& target, CommitOrder& order,
+FileWriterPool::FileWriterPool(ByteSource& archive, ExtractTarget& target, CommitOrder& order,
                                std::function<void(std::vector<uint8_t>)> recycle)
-    : target_(target),
+    : archive_(archive),
+      target_(target),
       order_(order),
       recycle_(std::move(recycle)),
       threads_(
@@ -106,9 +107,13 @@ void FileWriterPool::write(FileJob& job, EntryDecoder& decoder) {
     std::exception_ptr failure;
     try {
         file = target_.createFile(job.path);
-        MemorySource encoded(job.encoded);
-        decoder.decode(job.entry, encoded, 0, *file);
-        recycle_(std::move(job.encoded));
+        if (job.whole) {
+            MemorySource encoded(job.encoded);
+            decoder.decode(job.entry, encoded, 0, *file);
+            recycle_(std::move(job.encoded));
+        } else {
+            decoder.decode(job.entry, archive_, job.dataStart, *file);
+        }
     } catch (...) {
         failure = std::current_exception();
     }

@@ -1,5 +1,5 @@
 #pragma once
-// Small files are decoded, verified, created, written and committed on a few threads at once.
+// Files are decoded, verified, created, written and committed on a few threads at once.
 // Inflate then runs on more than one core, and the waits of each new file on the file system
 // (under Wine, round trips to the server process) overlap. Commits still follow archive order
 // (CommitOrder). The pool holds the encoded bytes of at most kMostQueuedBytes (or one batch)
@@ -21,11 +21,13 @@
 
 namespace archive {
 
-// One whole file: its entry and the entry's bytes as the archive stores them.
+// One file: its entry, and the entry's bytes as the archive stores them when they came whole.
 struct FileJob {
     uint64_t sequence = 0;
     RelativePath path;
     ArchiveEntry entry;
+    uint64_t dataStart = 0;  // in the archive
+    bool whole = false;      // else streamed from the archive while it is decoded
     std::vector<uint8_t> encoded;
     ByteBudget::Claim claim;  // given back once the file is written
 };
@@ -37,7 +39,8 @@ class FileWriterPool {
     static constexpr size_t kMostQueuedBytes = 8 * 1024 * 1024;
 
     // `recycle` takes back each job's bytes once decoded (called on the pool's threads).
-    FileWriterPool(ExtractTarget& target, CommitOrder& order,
+    // `archive` is read from the pool's threads at once (its reads must allow that).
+    FileWriterPool(ByteSource& archive, ExtractTarget& target, CommitOrder& order,
                    std::function<void(std::vector<uint8_t>)> recycle);
     // Destroying the pool finishes the queued jobs first.
     FileWriterPool(const FileWriterPool&) = delete;
@@ -53,6 +56,7 @@ class FileWriterPool {
     void write(FileJob& job, EntryDecoder& decoder);
     void stop();
 
+    ByteSource& archive_;
     ExtractTarget& target_;
     CommitOrder& order_;
     std::function<void(std::vector<uint8_t>)> recycle_;

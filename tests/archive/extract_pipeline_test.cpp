@@ -79,8 +79,8 @@ std::u16string SmallName(int index) {
     return std::u16string(name.begin(), name.end());
 }
 
-// More entries than the worker may queue ahead, then one larger than its byte allowance (which
-// the calling thread writes itself), then more small ones.
+// More entries than the worker may queue ahead, then one too large to decode whole (a writer
+// thread streams it from the archive), then more small ones.
 std::vector<uint8_t> ManyThenLargeThenMore() {
     std::vector<Item> items;
     for (int i = 0; i < 6000; ++i) {
@@ -136,8 +136,9 @@ TEST(ExtractPipeline, DamagedLargeEntryIsRemovedAfterTheFilesBeforeItAreCommitte
     RefusingTarget target(u"none");
     EXPECT_THROW(archive::ExtractArchive(source, target, &AsciiOnly), slib::Exception);
     EXPECT_EQ(target.ledger.committed.size(), 6000u);
-    EXPECT_EQ(target.ledger.created, 6001);
-    EXPECT_EQ(target.ledger.discarded, 1);  // the large file, written as it arrived
+    // The large file and any made after it, alongside it, were all thrown away.
+    EXPECT_EQ(target.ledger.discarded, target.ledger.created - 6000);
+    EXPECT_GE(target.ledger.discarded, 1);
 }
 
 }  // namespace
