@@ -4,6 +4,7 @@
 // (under Wine, round trips to the server process) overlap. Commits still follow archive order
 // (CommitOrder). The pool holds the encoded bytes of at most kMostQueuedBytes (or one batch)
 // waiting, and every job carries its claim on the whole entries' byte budget until it is written.
+// More threads than cores: a thread waiting on the file system leaves its core to another.
 
 #include <condition_variable>
 #include <cstdint>
@@ -34,9 +35,9 @@ struct FileJob {
 
 class FileWriterPool {
   public:
-    static constexpr unsigned kThreads = 3;
+    static constexpr unsigned kThreads = 4;
     static constexpr size_t kMostQueued = 256;
-    static constexpr size_t kMostQueuedBytes = 8 * 1024 * 1024;
+    static constexpr size_t kMostQueuedBytes = 32 * 1024 * 1024;
 
     // `recycle` takes back each job's bytes once decoded (called on the pool's threads).
     // `archive` is read from the pool's threads at once (its reads must allow that).
