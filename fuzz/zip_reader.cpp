@@ -1,11 +1,13 @@
 // fuzz-sources: src/archive/*.cpp src/foundation/*.cpp
 // fuzz-libs: -lz -ldeflate
-// The whole unpacking path on an archive held in memory: end records, central directory, names,
-// containment, inflate and verification, into a memory target that only counts what it gets and
-// checks that every name it is given is one Windows can use.
+// The whole unpacking path on an archive held in memory, on this thread, as the unpacking worker
+// and the writer threads run it: end records, central directory, names, containment, then each
+// file decoded whole (libdeflate) or streamed from the archive (zlib) and verified, into a file
+// that only counts what it gets. Every name given for the disk must be one Windows can use.
 #include <cstddef>
 #include <cstdint>
 #include <memory>
+#include <vector>
 
 #include "archive/memory_io.h"
 #include "archive/zip_reader.h"
@@ -27,27 +29,18 @@ class CountingFile : public archive::EntryFile {
     uint64_t sum_ = 0;
 };
 
-class CountingTarget : public archive::ExtractTarget {
-  public:
-    void makeFolder(const archive::RelativePath& path) override { check(path); }
-    std::unique_ptr<archive::EntryFile> createFile(const archive::RelativePath& path) override {
-        check(path);
-        return std::make_unique<CountingFile>();
-    }
-
-  private:
-    static void check(const archive::RelativePath& path) {
-        for (const std::u16string& part : path) {
-            if (part.empty() || part == u"." || part == u".." ||
-                part.find_first_of(u"/\\:") != std::u16string::npos) {
-                __builtin_trap();  // a component that could leave the target folder
-            }
-            if (slib::CheckNameComponent(part) != slib::NameProblem::kNone || part.size() > 255) {
-                __builtin_trap();  // a name Windows could not use, or not hold
-            }
+// A component that could leave the target folder, or one Windows could not use or hold, traps.
+void CheckPath(const archive::RelativePath& path) {
+    for (const std::u16string& part : path) {
+        if (part.empty() || part == u"." || part == u".." ||
+            part.find_first_of(u"/\\:") != std::u16string::npos) {
+            __builtin_trap();
+        }
+        if (slib::CheckNameComponent(part) != slib::NameProblem::kNone || part.size() > 255) {
+            __builtin_trap();
         }
     }
-};
+}
 
 std::u16string Latin1(std::string_view bytes) {
     return std::u16string(bytes.begin(), bytes.end());
@@ -57,9 +50,29 @@ std::u16string Latin1(std::string_view bytes) {
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     archive::MemorySource source(data, size);
-    CountingTarget target;
     try {
-        archive::ExtractArchive(source, target, &Latin1);
+        archive::ZipReader reader(source, &Latin1);
+        archive::EntryDecoder decoder;
+        std::vector<uint8_t> bytes;
+        for (uint64_t index = 0, count = reader.entryCount(); index < count; ++index) {
+            const archive::ArchiveEntry entry = reader.readEntry();
+            if (entry.name.find(u'\0') != std::u16string::npos) {
+                continue;  // left out, as unpacking leaves it out
+            }
+            const archive::EntryData located = reader.locateData(entry);
+            CheckPath(located.path);
+            if (entry.folder) {
+                continue;
+            }
+            CountingFile file;
+            if (archive::EntryDecoder::DecodesWhole(entry)) {
+                reader.readData(entry, located, bytes);
+                archive::MemorySource encoded(bytes);
+                decoder.decode(entry, encoded, 0, file);
+            } else {
+                decoder.decode(entry, source, located.start, file);
+            }
+        }
     } catch (const slib::Exception&) {
     }
     return 0;
