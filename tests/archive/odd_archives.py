@@ -184,6 +184,18 @@ CASES = {
 }
 
 
+def read_tree(root):
+    """Relative path -> content (None for folders), every item below root: what unpacking left."""
+    items = {}
+    for folder, folders, files in os.walk(root):
+        for name in folders:
+            items[os.path.relpath(os.path.join(folder, name), root)] = None
+        for name in files:
+            with open(os.path.join(folder, name), "rb") as f:
+                items[os.path.relpath(os.path.join(folder, name), root)] = f.read()
+    return items
+
+
 def main():
     folder = sys.argv[1]
     os.makedirs(folder, exist_ok=True)

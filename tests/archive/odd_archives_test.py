@@ -17,6 +17,8 @@ import zipfile
 
 import odd_archives
 
+tree = odd_archives.read_tree
+
 TOOL = sys.argv.pop(1)
 SEEDS = sys.argv.pop(1) if len(sys.argv) > 1 else None
 
@@ -36,17 +38,6 @@ def zipfile_verdict(path):
             __import__("zlib").error):
         return odd_archives.REFUSE
     return odd_archives.ACCEPT
-
-
-def tree(root):
-    items = {}
-    for folder, folders, files in os.walk(root):
-        for name in folders:
-            items[os.path.relpath(os.path.join(folder, name), root)] = None
-        for name in files:
-            with open(os.path.join(folder, name), "rb") as f:
-                items[os.path.relpath(os.path.join(folder, name), root)] = f.read()
-    return items
 
 
 class OddArchives(unittest.TestCase):

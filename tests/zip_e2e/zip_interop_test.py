@@ -21,6 +21,8 @@ import zipfile
 sys.path.insert(0, os.path.join(os.path.dirname(os.path.abspath(__file__)), "..", "archive"))
 import odd_archives  # noqa: E402
 
+tree = odd_archives.read_tree
+
 WINE_RUN, BIN_DIR = sys.argv[1], sys.argv[2]
 UTF8_ENV = dict(os.environ, LC_ALL="C.UTF-8")
 
@@ -54,18 +56,6 @@ def decompress(archive, target):
 
 
 OK = ["0", "No Error Message"]
-
-
-def tree(root):
-    """Relative path -> content (None for folders), every item below root."""
-    items = {}
-    for folder, folders, files in os.walk(root):
-        for name in folders:
-            items[os.path.relpath(os.path.join(folder, name), root)] = None
-        for name in files:
-            with open(os.path.join(folder, name), "rb") as f:
-                items[os.path.relpath(os.path.join(folder, name), root)] = f.read()
-    return items
 
 
 def make_tree(root, seed=1):
