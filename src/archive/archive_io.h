@@ -7,7 +7,7 @@
 
 namespace archive {
 
-// An archive being read, at any offset.
+// An archive being read, at any offset. Unpacking reads from several threads at once.
 class ByteSource {
   public:
     virtual ~ByteSource() = default;

@@ -141,5 +141,29 @@ TEST(ExtractPipeline, DamagedLargeEntryIsRemovedAfterTheFilesBeforeItAreCommitte
     EXPECT_GE(target.ledger.discarded, 1);
 }
 
+TEST(ExtractPipeline, LargeFilesStreamedAtOnceStopAtTheFirstDamagedOneInArchiveOrder) {
+    // Too large to travel whole: each writer thread streams its own from the archive.
+    const std::string large = Text(archive::EntryDecoder::kWholeEntryLimit + 1024, 5);
+    std::vector<Item> items;
+    for (int i = 0; i < 4; ++i) {
+        items.push_back({u"large " + SmallName(i), large});
+        items.push_back({u"small/" + SmallName(i), Text(100, i)});
+    }
+    std::vector<uint8_t> bytes = Build(items);
+    // The third entry's CRC, in its central header.
+    size_t at = archive::LoadLe32(&bytes[bytes.size() - archive::kEndRecordSize + 16]);
+    for (int i = 0; i < 2; ++i) {
+        at += archive::kCentralHeaderSize + archive::LoadLe16(&bytes[at + 28]) +
+              archive::LoadLe16(&bytes[at + 30]) + archive::LoadLe16(&bytes[at + 32]);
+    }
+    bytes[at + 16] ^= 1;
+    archive::MemorySource source(bytes);
+    RefusingTarget target(u"none");
+    EXPECT_THROW(archive::ExtractArchive(source, target, &AsciiOnly), slib::Exception);
+    EXPECT_EQ(target.ledger.committed,
+              (std::set<std::u16string>{u"large " + SmallName(0), SmallName(0)}));
+    EXPECT_EQ(target.ledger.discarded, target.ledger.created - 2);
+}
+
 }  // namespace
 }  // namespace archive_test

@@ -13,7 +13,8 @@
 
 namespace archive {
 
-// An archive opened for reading; valid() is false when it cannot be opened.
+// An archive opened for reading; valid() is false when it cannot be opened. Each read names its
+// offset (no shared file position), so the unpacking threads may read at once.
 class FileSource : public ByteSource {
   public:
     explicit FileSource(const std::u16string& path);
