@@ -163,7 +163,7 @@ void DeflatePipeline::waitFor(DeflateBlock* block) {
 }
 
 void DeflatePipeline::release(DeflateBlock* block) {
-    // A block grown for one whole entry goes back to a block's size, its memory to the system.
+    // A block grown for a whole entry or a part goes back to a block's size, its memory freed.
     if (const size_t grown = GrownBytes(block->input.size())) {
         grownBytes_ -= grown;
         block->input = std::vector<uint8_t>(kBlockSize);

@@ -6,7 +6,7 @@
 // offset or the entry count needs them. Names are stored with "/" separators, as UTF-8 with
 // general-purpose bit 11 when they are not plain ASCII.
 //
-// Failures: -43 "Unable to add file to zip." (a name too long for the format, zlib refusing, a
+// Failures: -43 "Unable to add file to zip." (a name too long for the format, the codec refusing, a
 // file grown past what its header allows); whatever the ByteStream or ByteWriter throw.
 
 #include <cstdint>

@@ -42,8 +42,8 @@ class Entry:
         self.packed = deflate(data) if method == 8 else data
         if damage:
             middle = len(self.packed) // 2
-            self.packed = (self.packed[:middle] + bytes(b ^ 0x5A for b in self.packed[middle:middle + 40])
-                           + self.packed[middle + 40:])
+            spoiled = bytes(b ^ 0x5A for b in self.packed[middle:middle + 40])
+            self.packed = self.packed[:middle] + spoiled + self.packed[middle + 40:]
         self.crc = zlib.crc32(data)
         self.gap = gap  # bytes between the data and what follows, as some writers leave
 
