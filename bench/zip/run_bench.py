@@ -160,6 +160,20 @@ def verdict(value, target, at_least, digits=2):
     return "[target %s %g: %s]" % (">=" if at_least else "<=", target, "met" if met else "MISSED")
 
 
+
+def compressions(source, ours_zip, theirs_zip):
+    """Our VFile_Compress and Info-ZIP's `zip -6` of the folder `source`, each into a new archive."""
+    def ours():
+        remove(ours_zip)
+        return fmhost("VFile_Compress( %s ; %s )" % (calc_text(windows_path(source)),
+                                                     calc_text(windows_path(ours_zip))))
+
+    def theirs():
+        remove(theirs_zip)
+        return run(["zip", "-r", "-6", "-q", theirs_zip, "."], cwd=source)[:2]
+
+    return dict(ours=ours, theirs=theirs)
+
 class Bench:
     def __init__(self, work, repeat):
         self.work, self.repeat = work, repeat
@@ -209,21 +223,12 @@ class Bench:
         theirs_zip = os.path.join(self.work, name + " infozip.zip")
         floor_output = os.path.join(self.work, name + " floor.bin")
 
-        def our_compress():
-            remove(ours_zip)
-            return fmhost("VFile_Compress( %s ; %s )" % (calc_text(windows_path(corpus)),
-                                                         calc_text(windows_path(ours_zip))))
-
-        def their_compress():
-            remove(theirs_zip)
-            return run(["zip", "-r", "-6", "-q", theirs_zip, "."], cwd=corpus)[:2]
-
         def floor_read():  # runs after ours in each turn: our archive's size is known
             remove(floor_output)
             return floor("read", windows_path(corpus), windows_path(floor_output),
                          str(os.path.getsize(ours_zip)), str(total))
 
-        compress = best_of_turns(self.repeat, dict(ours=our_compress, theirs=their_compress,
+        compress = best_of_turns(self.repeat, dict(compressions(corpus, ours_zip, theirs_zip),
                                                    floor=floor_read), [corpus])
         self.report("compress", megabytes, compress, "zip -6", targets, "read")
         ours_size, theirs_size = os.path.getsize(ours_zip), os.path.getsize(theirs_zip)
@@ -273,16 +278,7 @@ class Bench:
         ours_zip = os.path.join(self.work, "big ours.zip")
         theirs_zip = os.path.join(self.work, "big infozip.zip")
 
-        def our_compress():
-            remove(ours_zip)
-            return fmhost("VFile_Compress( %s ; %s )" % (calc_text(windows_path(folder)),
-                                                         calc_text(windows_path(ours_zip))))
-
-        def their_compress():
-            remove(theirs_zip)
-            return run(["zip", "-r", "-6", "-q", theirs_zip, "."], cwd=folder)[:2]
-
-        compress = best_of_turns(self.repeat, dict(ours=our_compress, theirs=their_compress),
+        compress = best_of_turns(self.repeat, compressions(folder, ours_zip, theirs_zip),
                                  [folder])
         self.report("compress", megabytes, compress, "zip -6", targets)
         ours_size, theirs_size = os.path.getsize(ours_zip), os.path.getsize(theirs_zip)

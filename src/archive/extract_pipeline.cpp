@@ -104,12 +104,7 @@ class WorkerGuard {
 
 bool ExtractStepQueue::push(ExtractStep step) {
     std::unique_lock<std::mutex> lock(mutex_);
-    const size_t bytes = step.data.size();
-    // A step larger than the whole allowance still goes through once the queue is empty.
-    const auto room = [&] {
-        return closed_ || steps_.empty() ||
-               (steps_.size() < kMostStepsAhead && bytes_ + bytes <= kMostBytesAhead);
-    };
+    const auto room = [&] { return closed_ || steps_.size() < kMostStepsAhead; };
     if (!room()) {
         pushing_ = true;
         roomMade_.wait(lock, room);
@@ -118,7 +113,6 @@ bool ExtractStepQueue::push(ExtractStep step) {
     if (closed_) {
         return false;
     }
-    bytes_ += bytes;
     steps_.push_back(std::move(step));
     if (taking_) {
         stepsQueued_.notify_one();
@@ -134,7 +128,6 @@ void ExtractStepQueue::takeAll(std::deque<ExtractStep>& batch) {
         taking_ = false;
     }
     batch.swap(steps_);
-    bytes_ = 0;
     if (pushing_) {
         roomMade_.notify_one();
     }

@@ -7,7 +7,7 @@
 // verified, so a failure leaves what unpacking on one thread would: the files before it, nothing
 // after it.
 //
-// The worker runs at most a bounded amount ahead (bytes and steps), and the whole entries read,
+// The worker runs at most a bounded number of steps ahead, and the whole entries read, queued,
 // being decoded or written hold at most a bounded number of bytes between them (ByteBudget), so
 // memory stays bounded whatever the archive holds.
 
@@ -44,7 +44,6 @@ struct ExtractStep {
 // server, too dear to pay per step.
 class ExtractStepQueue {
   public:
-    static constexpr size_t kMostBytesAhead = 8 * 1024 * 1024;
     static constexpr size_t kMostStepsAhead = 4096;
     // Whole entries: encoded plus decoded bytes, from reading to written.
     static constexpr size_t kMostWholeEntryBytes = 32 * 1024 * 1024;
@@ -68,7 +67,6 @@ class ExtractStepQueue {
     std::condition_variable stepsQueued_;
     std::condition_variable roomMade_;
     std::deque<ExtractStep> steps_;
-    size_t bytes_ = 0;
     bool closed_ = false;
     bool taking_ = false;   // the calling thread waits for steps
     bool pushing_ = false;  // the worker waits for room

@@ -25,17 +25,12 @@ void FileWriterPool::stop() {
 }
 
 void FileWriterPool::submit(std::vector<FileJob>& jobs) {
-    size_t bytes = 0;
-    for (const FileJob& job : jobs) {
-        bytes += job.encoded.size();
-    }
     bool wake = false;
     {
         std::unique_lock<std::mutex> lock(mutex_);
         // A batch larger than the whole allowance still goes in once the queue is empty.
         const auto room = [&] {
-            return queue_.empty() || (queue_.size() + jobs.size() <= kMostQueued &&
-                                      queuedBytes_ + bytes <= kMostQueuedBytes);
+            return queue_.empty() || queue_.size() + jobs.size() <= kMostQueued;
         };
         if (!room()) {
             submitterWaits_ = true;
@@ -45,7 +40,6 @@ void FileWriterPool::submit(std::vector<FileJob>& jobs) {
         for (FileJob& job : jobs) {
             queue_.push_back(std::move(job));
         }
-        queuedBytes_ += bytes;
         wake = idleThreads_ > 0;
     }
     jobs.clear();
@@ -79,7 +73,6 @@ void FileWriterPool::work() {
             }
             job = std::move(queue_.front());
             queue_.pop_front();
-            queuedBytes_ -= job.encoded.size();
             ++running_;
             wakeSubmitter = submitterWaits_;
         }

@@ -2,8 +2,9 @@
 // Files are decoded, verified, created, written and committed on a few threads at once.
 // Inflate then runs on more than one core, and the waits of each new file on the file system
 // (under Wine, round trips to the server process) overlap. Commits still follow archive order
-// (CommitOrder). The pool holds the encoded bytes of at most kMostQueuedBytes (or one batch)
-// waiting, and every job carries its claim on the whole entries' byte budget until it is written.
+// (CommitOrder). The pool holds at most kMostQueued jobs (or one batch) waiting; the bytes of a
+// whole entry count against the whole entries' byte budget, whose claim the job carries until it
+// is written.
 // More threads than cores: a thread waiting on the file system leaves its core to another.
 
 #include <condition_variable>
@@ -37,7 +38,6 @@ class FileWriterPool {
   public:
     static constexpr unsigned kThreads = 4;
     static constexpr size_t kMostQueued = 256;
-    static constexpr size_t kMostQueuedBytes = 32 * 1024 * 1024;
 
     // `recycle` takes back each job's bytes once decoded (called on the pool's threads).
     // `archive` is read from the pool's threads at once (its reads must allow that).
@@ -66,7 +66,6 @@ class FileWriterPool {
     std::condition_variable jobTaken_;
     std::condition_variable jobDone_;
     std::deque<FileJob> queue_;
-    size_t queuedBytes_ = 0;
     size_t running_ = 0;
     size_t idleThreads_ = 0;
     bool submitterWaits_ = false;

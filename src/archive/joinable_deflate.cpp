@@ -1,5 +1,7 @@
 #include "archive/joinable_deflate.h"
 
+#include <zlib.h>
+
 namespace archive {
 
 namespace {
@@ -10,16 +12,6 @@ constexpr size_t kMostAdded = 1 + sizeof kEmptyStoredLengths;
 constexpr size_t kScratchSize = 64 * 1024;
 
 }  // namespace
-
-JoinableDeflater::JoinableDeflater(int level) : compressor_(libdeflate_alloc_compressor(level)) {
-    inflaterReady_ = inflateInit2(&inflater_, -MAX_WBITS) == Z_OK;
-}
-
-JoinableDeflater::~JoinableDeflater() {
-    if (inflaterReady_) {
-        inflateEnd(&inflater_);
-    }
-}
 
 size_t JoinableDeflater::deflate(const uint8_t* input, size_t length, bool last,
                                  std::vector<uint8_t>& output) {
@@ -40,31 +32,32 @@ size_t JoinableDeflater::deflate(const uint8_t* input, size_t length, bool last,
 
 // `data` has room for kMostAdded more bytes.
 bool JoinableDeflater::makeJoinable(uint8_t* data, size_t& length) {
-    if (!inflaterReady_ || inflateReset(&inflater_) != Z_OK) {
+    z_stream& stream = inflater_.stream();
+    if (!inflater_.ready() || inflateReset(&stream) != Z_OK) {
         return false;
     }
     scratch_.resize(kScratchSize);
-    inflater_.next_in = data;
-    inflater_.avail_in = static_cast<uInt>(length);
+    stream.next_in = data;
+    stream.avail_in = static_cast<uInt>(length);
     size_t blockStart = 0;  // bit position of the current block's header
     for (;;) {
-        inflater_.next_out = scratch_.data();
-        inflater_.avail_out = static_cast<uInt>(scratch_.size());
-        if (inflate(&inflater_, Z_BLOCK) != Z_OK) {
+        stream.next_out = scratch_.data();
+        stream.avail_out = static_cast<uInt>(scratch_.size());
+        if (inflate(&stream, Z_BLOCK) != Z_OK) {
             return false;
         }
-        if ((inflater_.data_type & 128) == 0) {
+        if ((stream.data_type & 128) == 0) {
             continue;  // mid-block: the scratch output was full
         }
         // At a block boundary fewer than eight bits of the last byte read are left.
-        const unsigned spareBits = static_cast<unsigned>(inflater_.data_type & 7);
-        const size_t boundary = static_cast<size_t>(inflater_.next_in - data) * 8 - spareBits;
-        if ((inflater_.data_type & 64) == 0) {
+        const unsigned spareBits = static_cast<unsigned>(stream.data_type & 7);
+        const size_t boundary = static_cast<size_t>(stream.next_in - data) * 8 - spareBits;
+        if ((stream.data_type & 64) == 0) {
             blockStart = boundary;
             continue;
         }
         // The final block has ended, and with it the stream libdeflate wrote.
-        if (inflater_.avail_in != 0) {
+        if (stream.avail_in != 0) {
             return false;
         }
         data[blockStart / 8] &= static_cast<uint8_t>(~(1u << (blockStart % 8)));

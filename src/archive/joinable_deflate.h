@@ -10,22 +10,19 @@
 // per part: parts of a few megabytes lose a tenth of a percent at most.
 
 #include <libdeflate.h>
-#include <zlib.h>
 
 #include <cstddef>
 #include <cstdint>
 #include <vector>
 
+#include "archive/raw_inflater.h"
 #include "foundation/unique_resource.h"
 
 namespace archive {
 
 class JoinableDeflater {
   public:
-    explicit JoinableDeflater(int level);
-    ~JoinableDeflater();
-    JoinableDeflater(const JoinableDeflater&) = delete;
-    JoinableDeflater& operator=(const JoinableDeflater&) = delete;
+    explicit JoinableDeflater(int level) : compressor_(libdeflate_alloc_compressor(level)) {}
 
     // Deflates `input` into `output` (grown as needed): a finished stream when `last`, else one
     // the next part's stream may follow. Its length, or 0 when libdeflate or zlib refused.
@@ -35,8 +32,7 @@ class JoinableDeflater {
     bool makeJoinable(uint8_t* data, size_t& length);
 
     slib::UniqueResource<libdeflate_compressor*, &libdeflate_free_compressor> compressor_;
-    z_stream inflater_ = {};
-    bool inflaterReady_ = false;
+    RawInflater inflater_;
     std::vector<uint8_t> scratch_;
 };
 

@@ -10,6 +10,7 @@
 
 #include "archive/archive_failures.h"
 #include "archive/byte_order.h"
+#include "archive/raw_inflater.h"
 #include "archive/zip_format.h"
 
 namespace archive {
@@ -25,24 +26,6 @@ constexpr size_t kWindowSize = 256 * 1024;
 constexpr uint64_t kEndSearchSpan = kEndRecordSize + 0xFFFF + 0x10000;
 
 // Raw inflate state for one entry.
-class Inflater {
-  public:
-    Inflater() { ready_ = inflateInit2(&stream_, -MAX_WBITS) == Z_OK; }
-    ~Inflater() {
-        if (ready_) {
-            inflateEnd(&stream_);
-        }
-    }
-    Inflater(const Inflater&) = delete;
-    Inflater& operator=(const Inflater&) = delete;
-    bool ready() const { return ready_; }
-    z_stream& stream() { return stream_; }
-
-  private:
-    z_stream stream_ = {};
-    bool ready_ = false;
-};
-
 bool AddWithin(uint64_t a, uint64_t b, uint64_t limit, uint64_t& sum) {
     if (a > limit || b > limit - a) {
         return false;
@@ -511,7 +494,7 @@ void EntryDecoder::copyStored(const ArchiveEntry& entry, ByteSource& source, uin
 
 void EntryDecoder::inflateData(const ArchiveEntry& entry, ByteSource& source, uint64_t dataStart,
                                EntryFile& file) {
-    Inflater inflater;
+    RawInflater inflater;
     if (!inflater.ready()) {
         FailEntryNotExtracted();
     }
