@@ -1,5 +1,7 @@
 #include "foundation/error.h"
 
+#include <cerrno>
+
 #include "foundation/error_codes.h"
 
 namespace slib {
@@ -31,6 +33,31 @@ int32_t WindowsLastError::code() const {
     }
 }
 
+int32_t PosixErrno::code() const {
+    switch (value_) {
+        case 0:
+            return kNoError;
+        case ENOENT:
+        case ENOTDIR:
+            return kItemNotFound;
+        case EACCES:
+        case EPERM:
+            return -3200;
+        case ENOMEM:
+            return -620;
+        case EEXIST:
+            return kItemExists;
+        case EINVAL:
+            return kBadParameter;
+        case EBUSY:
+            return -3215;
+        case ETIMEDOUT:
+            return -3259;
+        default:
+            return kUnclassified;
+    }
+}
+
 int32_t WindowsHResult::code() const {
     return kUnclassified;
 }
@@ -45,6 +72,10 @@ std::shared_ptr<Error> MakeWindowsLastError(uint32_t value) {
 
 std::shared_ptr<Error> MakeWindowsHResult(int32_t hresult) {
     return std::make_shared<WindowsHResult>(hresult);
+}
+
+std::shared_ptr<Error> MakePosixErrno(int value) {
+    return std::make_shared<PosixErrno>(value);
 }
 
 }  // namespace slib

@@ -36,6 +36,18 @@ class WindowsLastError : public Error {
     const uint32_t value_;
 };
 
+// A POSIX errno value, translated into the same scheme as WindowsLastError (the same condition
+// gives the same code on both systems) only when the code is asked for.
+class PosixErrno : public Error {
+  public:
+    explicit PosixErrno(int value) : value_(value) {}
+    int32_t code() const override;
+    int value() const { return value_; }
+
+  private:
+    const int value_;
+};
+
 // A COM/shell HRESULT. Never classified: always 2400, whatever its value.
 class WindowsHResult : public Error {
   public:
@@ -50,5 +62,6 @@ class WindowsHResult : public Error {
 std::shared_ptr<Error> MakeBasicError(int32_t code);
 std::shared_ptr<Error> MakeWindowsLastError(uint32_t value);
 std::shared_ptr<Error> MakeWindowsHResult(int32_t hresult);
+std::shared_ptr<Error> MakePosixErrno(int value);
 
 }  // namespace slib

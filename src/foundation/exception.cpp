@@ -24,6 +24,13 @@ void ThrowLastError(const char* message, uint32_t lastError) {
     throw exception;
 }
 
+void ThrowErrno(const char* message, int errnoValue) {
+    std::shared_ptr<Error> error =
+        errnoValue == 0 ? MakeBasicError(kIoError) : MakePosixErrno(errnoValue);
+    Exception exception(message, std::move(error));
+    throw exception;
+}
+
 void ThrowHResult(const char* message, int32_t hresult) {
     std::shared_ptr<Error> error = MakeWindowsHResult(hresult);
     Exception exception(message, std::move(error));

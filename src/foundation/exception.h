@@ -28,5 +28,7 @@ class Exception : public std::runtime_error {
 // A last error of 0 (the call failed without saying why) becomes -36, never a success code.
 [[noreturn]] void ThrowLastError(const char* message, uint32_t lastError);
 [[noreturn]] void ThrowHResult(const char* message, int32_t hresult);
+// As ThrowLastError, for an errno value captured at the call that failed: 0 becomes -36.
+[[noreturn]] void ThrowErrno(const char* message, int errnoValue);
 
 }  // namespace slib

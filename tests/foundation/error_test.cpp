@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cerrno>
 #include <cstdint>
 #include <limits>
 
@@ -43,6 +44,33 @@ TEST(LastErrorTranslation, GivesTheTableCodeAndUnclassifiedForEverythingElse) {
         const WindowsLastError error(lastError);
         EXPECT_EQ(error.code(), code) << "last error " << lastError;
         EXPECT_EQ(error.value(), lastError);
+    }
+}
+
+// One row per condition: a Linux script must get the code a Windows one gets for the same thing.
+TEST(SystemErrorTranslation, TheSameConditionGivesTheSameCodeOnBothSystems) {
+    struct Row {
+        const char* condition;
+        uint32_t windows;
+        int posix;
+        int32_t code;
+    };
+    const Row rows[] = {{"none", 0, 0, 0},
+                        {"missing item", 2, ENOENT, -43},
+                        {"missing folder on the way", 3, ENOTDIR, -43},
+                        {"refused", 5, EACCES, -3200},
+                        {"not permitted", 5, EPERM, -3200},
+                        {"out of memory", 8, ENOMEM, -620},
+                        {"exists", 80, EEXIST, -48},
+                        {"bad parameter", 87, EINVAL, -50},
+                        {"busy", 170, EBUSY, -3215},
+                        {"timed out", 1460, ETIMEDOUT, -3259},
+                        {"anything else", 1, EIO, 2400},
+                        {"no room", 112, ENOSPC, 2400}};
+    for (const Row& row : rows) {
+        EXPECT_EQ(WindowsLastError(row.windows).code(), row.code) << row.condition;
+        EXPECT_EQ(PosixErrno(row.posix).code(), row.code) << row.condition;
+        EXPECT_EQ(PosixErrno(row.posix).value(), row.posix);
     }
 }
 
