@@ -3,7 +3,7 @@
 #include "bridge/resolve_path.h"
 #include "foundation/error_codes.h"
 #include "foundation/exception.h"
-#include "foundation/windows/file_manager.h"
+#include "foundation/file_manager.h"
 #include "shell/host_objects.h"
 #include "shell/host_text.h"
 #include "shell/host_values.h"

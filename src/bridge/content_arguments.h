@@ -6,7 +6,7 @@
 
 #include "bridge/encoding_keywords.h"
 #include "fmx_functions.h"
-#include "foundation/windows/file_manager.h"
+#include "foundation/file_manager.h"
 
 namespace bridge {
 

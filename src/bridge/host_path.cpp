@@ -4,7 +4,7 @@
 
 #include "foundation/error_codes.h"
 #include "foundation/exception.h"
-#include "foundation/windows/file_manager.h"
+#include "foundation/file_manager.h"
 #include "shell/host_text.h"
 
 namespace bridge {

@@ -6,7 +6,7 @@
 #include "bridge/resolve_path.h"
 #include "foundation/error_codes.h"
 #include "foundation/exception.h"
-#include "foundation/windows/new_item_name.h"
+#include "foundation/new_item_name.h"
 #include "shell/arguments.h"
 #include "shell/host_data.h"
 

@@ -9,7 +9,7 @@
 #include "bridge/item_kinds.h"
 #include "bridge/path_context.h"
 #include "foundation/choose_options.h"
-#include "foundation/windows/file_manager.h"
+#include "foundation/file_manager.h"
 #include "functions/handlers.h"
 #include "shell/call_frame.h"
 #include "shell/host_data.h"

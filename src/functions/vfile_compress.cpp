@@ -1,6 +1,6 @@
 // VFile_Compress( sourcePath ; targetPath ): packs a file, or a folder's contents, into a new zip
 // archive.
-#include "archive/windows/zip_operations.h"
+#include "archive/zip_operations.h"
 #include "bridge/path_context.h"
 #include "functions/handlers.h"
 #include "shell/call_frame.h"

@@ -2,9 +2,9 @@
 // staged by VFile_Set it converts the picture instead.
 #include "bridge/path_context.h"
 #include "bridge/staged_picture_options.h"
-#include "foundation/windows/file_manager.h"
+#include "foundation/file_manager.h"
+#include "foundation/new_item_name.h"
 #include "foundation/windows/long_path_walk.h"
-#include "foundation/windows/new_item_name.h"
 #include "functions/handlers.h"
 #include "functions/staged_picture_copy.h"
 #include "shell/call_frame.h"

@@ -1,5 +1,5 @@
 // VFile_DeCompress( sourcePath ; targetPath ): unpacks every entry of a zip archive into a folder.
-#include "archive/windows/zip_operations.h"
+#include "archive/zip_operations.h"
 #include "bridge/path_context.h"
 #include "functions/handlers.h"
 #include "shell/call_frame.h"

@@ -1,6 +1,6 @@
 // VFile_Delete( path ): deletes a file, or a folder with everything in it, permanently.
 #include "bridge/path_context.h"
-#include "foundation/windows/file_manager.h"
+#include "foundation/file_manager.h"
 #include "functions/handlers.h"
 #include "shell/call_frame.h"
 #include "shell/result.h"

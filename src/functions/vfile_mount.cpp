@@ -2,7 +2,7 @@
 // answers its local path, such as "Z:\". An "smb://server/share" URL is taken as the UNC path
 // "\\server\share".
 #include "bridge/mount_arguments.h"
-#include "foundation/windows/file_manager.h"
+#include "foundation/file_manager.h"
 #include "functions/handlers.h"
 #include "shell/call_frame.h"
 #include "shell/result.h"

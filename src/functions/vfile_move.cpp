@@ -1,8 +1,8 @@
 // VFile_Move( sourcePath ; targetPath ): renames an item, or moves it into an existing folder.
 #include "bridge/path_context.h"
-#include "foundation/windows/file_manager.h"
+#include "foundation/file_manager.h"
+#include "foundation/new_item_name.h"
 #include "foundation/windows/long_path_walk.h"
-#include "foundation/windows/new_item_name.h"
 #include "functions/handlers.h"
 #include "shell/call_frame.h"
 #include "shell/result.h"

@@ -1,7 +1,7 @@
 // VFile_New( path { ; itemKind } ): creates a folder (the default) or an empty file.
 #include "bridge/item_kinds.h"
 #include "bridge/path_context.h"
-#include "foundation/windows/file_manager.h"
+#include "foundation/file_manager.h"
 #include "functions/handlers.h"
 #include "shell/call_frame.h"
 #include "shell/host_data.h"

@@ -3,7 +3,7 @@
 #include "bridge/path_context.h"
 #include "foundation/error_codes.h"
 #include "foundation/exception.h"
-#include "foundation/windows/file_manager.h"
+#include "foundation/file_manager.h"
 #include "functions/handlers.h"
 #include "shell/arguments.h"
 #include "shell/call_frame.h"

@@ -5,7 +5,7 @@
 #include "bridge/read_contents.h"
 #include "foundation/error_codes.h"
 #include "foundation/exception.h"
-#include "foundation/windows/file_manager.h"
+#include "foundation/file_manager.h"
 #include "functions/handlers.h"
 #include "shell/call_frame.h"
 

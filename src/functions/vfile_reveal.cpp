@@ -1,6 +1,6 @@
 // VFile_Reveal( path ): opens a folder window on the item's folder with the item selected.
 #include "bridge/path_context.h"
-#include "foundation/windows/file_manager.h"
+#include "foundation/file_manager.h"
 #include "functions/handlers.h"
 #include "shell/call_frame.h"
 #include "shell/result.h"

@@ -1,7 +1,7 @@
 // VFile_Run( path { ; arguments } ): starts a program without waiting for it. Each line of the
 // arguments text is one argument.
 #include "bridge/path_context.h"
-#include "foundation/windows/file_manager.h"
+#include "foundation/file_manager.h"
 #include "functions/handlers.h"
 #include "shell/call_frame.h"
 #include "shell/host_data.h"

@@ -1,6 +1,6 @@
 // VFile_Unmount( mountPath ): disconnects a network volume ("Z:" or "Z:\"), even with files open
 // on it. Needs no licence: a volume can always be let go.
-#include "foundation/windows/file_manager.h"
+#include "foundation/file_manager.h"
 #include "functions/handlers.h"
 #include "shell/call_frame.h"
 #include "shell/host_data.h"

@@ -4,7 +4,7 @@
 #include <windows.h>
 
 #include "bridge_fixture.h"
-#include "foundation/windows/file_manager.h"
+#include "foundation/file_manager.h"
 
 namespace bridge_test {
 namespace {

@@ -12,8 +12,8 @@
 #include <string>
 
 #include "foundation/exception.h"
+#include "foundation/file_manager.h"
 #include "foundation/utf16_string.h"
-#include "foundation/windows/file_manager.h"
 
 namespace slib {
 namespace test {

@@ -6,8 +6,8 @@
 #include <winnetwk.h>
 
 #include "foundation/error.h"
+#include "foundation/file_manager.h"
 #include "foundation/reportable_code.h"
-#include "foundation/windows/file_manager.h"
 #include "items_fixture.h"
 
 namespace items_test {

@@ -4,7 +4,7 @@
 
 #include "archive/archive_failures.h"
 #include "archive/windows/entry_file_time.h"
-#include "foundation/windows/file_manager.h"
+#include "foundation/file_manager.h"
 #include "foundation/windows/file_sharing.h"
 #include "foundation/windows/wide_text.h"
 

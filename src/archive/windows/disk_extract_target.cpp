@@ -7,7 +7,7 @@
 
 #include "archive/archive_failures.h"
 #include "archive/windows/entry_file_time.h"
-#include "foundation/windows/file_manager.h"
+#include "foundation/file_manager.h"
 #include "foundation/windows/file_sharing.h"
 #include "foundation/windows/replacement_file.h"
 #include "foundation/windows/unique_handles.h"

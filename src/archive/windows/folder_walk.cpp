@@ -5,7 +5,7 @@
 #include <memory>
 
 #include "archive/windows/entry_file_time.h"
-#include "foundation/windows/file_manager.h"
+#include "foundation/file_manager.h"
 #include "foundation/windows/link_entries.h"
 #include "foundation/windows/unique_handles.h"
 #include "foundation/windows/wide_text.h"

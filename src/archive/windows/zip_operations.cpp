@@ -1,4 +1,4 @@
-#include "archive/windows/zip_operations.h"
+#include "archive/zip_operations.h"
 
 #include <windows.h>
 
@@ -19,7 +19,7 @@
 #include "archive/zip_reader.h"
 #include "archive/zip_writer.h"
 #include "foundation/case_fold.h"
-#include "foundation/windows/file_manager.h"
+#include "foundation/file_manager.h"
 #include "foundation/windows/replacement_file.h"
 #include "foundation/windows/unique_handles.h"
 #include "foundation/windows/wide_text.h"

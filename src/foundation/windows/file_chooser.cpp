@@ -12,8 +12,8 @@
 #include "foundation/chosen_names.h"
 #include "foundation/error_codes.h"
 #include "foundation/exception.h"
+#include "foundation/file_manager.h"
 #include "foundation/windows/chooser_outcome.h"
-#include "foundation/windows/file_manager.h"
 #include "foundation/windows/file_manager_handles.h"
 #include "foundation/windows/interactive_desktop.h"
 

@@ -5,8 +5,8 @@
 
 #include "foundation/error_codes.h"
 #include "foundation/exception.h"
+#include "foundation/file_manager.h"
 #include "foundation/number.h"
-#include "foundation/windows/file_manager.h"
 #include "foundation/windows/file_manager_handles.h"
 #include "foundation/windows/file_sharing.h"
 #include "foundation/windows/local_file_time.h"

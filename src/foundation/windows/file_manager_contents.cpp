@@ -7,8 +7,8 @@
 
 #include "foundation/error_codes.h"
 #include "foundation/exception.h"
+#include "foundation/file_manager.h"
 #include "foundation/mime_sniffing.h"
-#include "foundation/windows/file_manager.h"
 #include "foundation/windows/file_manager_handles.h"
 #include "foundation/windows/file_sharing.h"
 #include "foundation/windows/replacement_file.h"

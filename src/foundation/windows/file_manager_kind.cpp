@@ -4,7 +4,7 @@
 
 #include "foundation/error_codes.h"
 #include "foundation/exception.h"
-#include "foundation/windows/file_manager.h"
+#include "foundation/file_manager.h"
 #include "foundation/windows/file_manager_handles.h"
 
 namespace slib {

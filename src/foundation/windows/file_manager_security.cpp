@@ -9,7 +9,7 @@
 #include <vector>
 
 #include "foundation/exception.h"
-#include "foundation/windows/file_manager.h"
+#include "foundation/file_manager.h"
 #include "foundation/windows/item_security.h"
 
 namespace slib {

@@ -3,7 +3,7 @@
 #include <windows.h>
 
 #include "foundation/exception.h"
-#include "foundation/windows/file_manager.h"
+#include "foundation/file_manager.h"
 #include "foundation/windows/file_manager_handles.h"
 #include "foundation/windows/link_entries.h"
 

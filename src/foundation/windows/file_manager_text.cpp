@@ -1,6 +1,6 @@
 // Text conversions of the file manager that need no system call.
 
-#include "foundation/windows/file_manager.h"
+#include "foundation/file_manager.h"
 
 namespace slib {
 

@@ -13,8 +13,8 @@
 
 #include "foundation/error_codes.h"
 #include "foundation/exception.h"
+#include "foundation/file_manager.h"
 #include "foundation/shell_operation_code.h"
-#include "foundation/windows/file_manager.h"
 #include "foundation/windows/file_manager_handles.h"
 #include "foundation/windows/long_path_walk.h"
 #include "foundation/windows/shell_dialog_flags.h"

@@ -5,8 +5,8 @@
 
 #include <shlobj.h>
 
+#include "foundation/file_manager.h"
 #include "foundation/windows/chooser_outcome.h"
-#include "foundation/windows/file_manager.h"
 #include "foundation/windows/file_manager_handles.h"
 #include "foundation/windows/interactive_desktop.h"
 #include "foundation/windows/single_threaded_apartment.h"

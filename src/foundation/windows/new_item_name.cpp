@@ -1,4 +1,4 @@
-#include "foundation/windows/new_item_name.h"
+#include "foundation/new_item_name.h"
 
 #include <windows.h>
 

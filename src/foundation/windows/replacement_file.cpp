@@ -5,7 +5,7 @@
 #include <string>
 
 #include "foundation/exception.h"
-#include "foundation/windows/file_manager.h"
+#include "foundation/file_manager.h"
 #include "foundation/windows/file_sharing.h"
 #include "foundation/windows/wide_text.h"
 

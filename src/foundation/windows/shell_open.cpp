@@ -9,7 +9,7 @@
 
 #include "foundation/error_codes.h"
 #include "foundation/exception.h"
-#include "foundation/windows/file_manager.h"
+#include "foundation/file_manager.h"
 #include "foundation/windows/file_manager_handles.h"
 #include "foundation/windows/shell_dialog_flags.h"
 

@@ -5,7 +5,7 @@
 #include <cwchar>
 #include <vector>
 
-#include "foundation/windows/file_manager.h"
+#include "foundation/file_manager.h"
 
 namespace slib {
 

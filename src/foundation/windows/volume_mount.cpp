@@ -6,7 +6,7 @@
 #include <winnetwk.h>
 
 #include "foundation/exception.h"
-#include "foundation/windows/file_manager.h"
+#include "foundation/file_manager.h"
 
 namespace slib {
 

@@ -5,7 +5,7 @@
 
 #include "foundation/error_codes.h"
 #include "foundation/exception.h"
-#include "foundation/windows/file_manager.h"
+#include "foundation/file_manager.h"
 #include "foundation/windows/file_sharing.h"
 #include "foundation/windows/replacement_file.h"
 #include "foundation/windows/unique_handles.h"
