@@ -6,6 +6,18 @@
 
 namespace slib {
 
+namespace {
+
+// FILE_ID_INFO and its information class arrive with Windows 8, past the API level we build for;
+// on Windows 7 the call fails and the 64-bit form below answers.
+struct FileIdInformation {
+    ULONGLONG VolumeSerialNumber;
+    FILE_ID_128 FileId;
+};
+constexpr auto kFileIdInfo = static_cast<FILE_INFO_BY_HANDLE_CLASS>(18);
+
+}  // namespace
+
 bool ItemIdentity::operator==(const ItemIdentity& other) const {
     return volumeSerial == other.volumeSerial &&
            std::memcmp(fileId, other.fileId, sizeof fileId) == 0;
@@ -14,8 +26,8 @@ bool ItemIdentity::operator==(const ItemIdentity& other) const {
 std::optional<ItemIdentity> IdentityOf(HANDLE item) {
     // FILE_ID_INFO carries ReFS's 128-bit ids and the 64-bit volume serial; older systems and
     // some file systems answer only the 64-bit form.
-    FILE_ID_INFO idInfo = {};
-    if (GetFileInformationByHandleEx(item, FileIdInfo, &idInfo, sizeof idInfo)) {
+    FileIdInformation idInfo = {};
+    if (GetFileInformationByHandleEx(item, kFileIdInfo, &idInfo, sizeof idInfo)) {
         ItemIdentity identity;
         identity.volumeSerial = idInfo.VolumeSerialNumber;
         static_assert(sizeof identity.fileId == sizeof idInfo.FileId.Identifier, "FILE_ID_128");
