@@ -12,6 +12,12 @@ void FailTargetIsArchive() {
 void FailArchiveNotCreated() {
     slib::Throw(slib::kFileNotOpen, "Unable to open zip.");
 }
+void FailArchiveNotCreated(std::u16string_view strandedOriginal) {
+    const std::string message =
+        "Unable to open zip. The original file could not be put back and is kept as \"" +
+        slib::Utf16ToUtf8(std::u16string(strandedOriginal)) + "\"";
+    slib::Throw(slib::kFileNotOpen, message.c_str());
+}
 void FailNothingToAdd() {
     slib::Throw(slib::kItemNotFound, "Nothing to add.");
 }

@@ -6,8 +6,10 @@
 
 namespace archive {
 
-[[noreturn]] void FailTargetIsArchive();       // -48 "File of the same name already exists."
-[[noreturn]] void FailArchiveNotCreated();     // -38 "Unable to open zip."
+[[noreturn]] void FailTargetIsArchive();    // -48 "File of the same name already exists."
+[[noreturn]] void FailArchiveNotCreated();  // -38 "Unable to open zip."
+// -38 "Unable to open zip." and where the file the archive was to replace had to stay.
+[[noreturn]] void FailArchiveNotCreated(std::u16string_view strandedOriginal);
 [[noreturn]] void FailNothingToAdd();          // -43 "Nothing to add."
 [[noreturn]] void FailFileNotAdded();          // -43 "Unable to add file to zip."
 [[noreturn]] void FailArchiveNotOpened();      // -43 "Invalid archive path."

@@ -3,9 +3,14 @@
 // (hidden ones) are replaced, keeping their attributes.
 #include <windows.h>
 
-#include <functional>
+#include <aclapi.h>
 
+#include <functional>
+#include <thread>
+
+#include "foundation/exception.h"
 #include "foundation/windows/replacement_file.h"
+#include "foundation/windows/temporary_names.h"
 #include "pictures/test_pictures.h"
 #include "safety_fixture.h"
 
@@ -174,13 +179,168 @@ TEST_F(Replace, HiddenAndSystemTargetsAreReplacedKeepingTheirAttributes) {
     }
 }
 
+// Everything in `folder` that is ours: temporary and backup names.
+std::vector<std::string> Leftovers(const std::u16string& folder) {
+    std::vector<std::string> found;
+    WIN32_FIND_DATAW entry;
+    const slib::UniqueFindHandle search(FindFirstFileW(Wide(folder + u"\\~vf-*"), &entry));
+    if (search.valid()) {
+        do {
+            found.push_back(Narrow(slib::test::FromWide(entry.cFileName)));
+        } while (FindNextFileW(search.get(), &entry));
+    }
+    return found;
+}
+
+// A DACL on `folder` that lets this user create files and write them, but delete none (NTFS
+// "Write" without "Modify"), or with `full` everything again.
+bool SetFolderRights(const std::u16string& folder, bool full) {
+    slib::UniqueHandle token;
+    if (!OpenProcessToken(GetCurrentProcess(), TOKEN_QUERY, token.put())) {
+        return false;
+    }
+    std::vector<uint8_t> user(256);
+    DWORD size = 0;
+    if (!GetTokenInformation(token.get(), TokenUser, user.data(), static_cast<DWORD>(user.size()),
+                             &size)) {
+        return false;
+    }
+    EXPLICIT_ACCESS_W access = {};
+    access.grfAccessPermissions =
+        full ? GENERIC_ALL : FILE_GENERIC_READ | FILE_GENERIC_WRITE | FILE_TRAVERSE;
+    access.grfAccessMode = SET_ACCESS;
+    access.grfInheritance = SUB_CONTAINERS_AND_OBJECTS_INHERIT;
+    access.Trustee.TrusteeForm = TRUSTEE_IS_SID;
+    access.Trustee.TrusteeType = TRUSTEE_IS_USER;
+    access.Trustee.ptstrName =
+        static_cast<LPWSTR>(reinterpret_cast<TOKEN_USER*>(user.data())->User.Sid);
+    slib::UniqueAcl acl;
+    if (SetEntriesInAclW(1, &access, nullptr, acl.put()) != ERROR_SUCCESS) {
+        return false;
+    }
+    std::u16string name = folder;
+    return SetNamedSecurityInfoW(reinterpret_cast<LPWSTR>(name.data()), SE_FILE_OBJECT,
+                                 DACL_SECURITY_INFORMATION | PROTECTED_DACL_SECURITY_INFORMATION,
+                                 nullptr, nullptr, acl.get(), nullptr) == ERROR_SUCCESS;
+}
+
+// New files arrive whole where the user may create files but delete none: they are kept, or
+// renamed and removed, through the handle that created them, which holds that right.
+TEST_F(Replace, NewFilesArriveWhereTheUserMayCreateButNotDelete) {
+    makeFolder(u"drop");
+    ASSERT_TRUE(SetFolderRights(path(u"drop"), false));
+    writeFile(u"drop\\probe.txt", "probe");
+    const bool enforced = !DeleteFileW(Wide(path(u"drop\\probe.txt")));
+    if (!enforced) {
+        SetFolderRights(path(u"drop"), true);
+        GTEST_SKIP() << "this system let the user delete a file in a folder that only allows "
+                        "creating them: it keeps no folder permissions (Wine)";
+    }
+    const std::vector<std::pair<const char*, std::u16string>> calculations = {
+        {"write", uR"(VFile_Write( "drop/written.txt" ; "new text" ))"},
+        {"write at an index", uR"(VFile_Write( "drop/appended.txt" ; "more" ; -1 ))"},
+        {"compress", uR"(VFile_Compress( "src" ; "drop/packed.zip" ))"},
+        {"convert", uR"(VFile_Convert( "pic.png" ; "drop/pic.png" ))"},
+        {"decompress", uR"(VFile_DeCompress( "new.zip" ; "drop/unpacked" ))"},
+    };
+    for (const auto& [operation, calculation] : calculations) {
+        EXPECT_EQ(call(calculation), Succeeded()) << operation;
+    }
+    EXPECT_EQ(readFile(u"drop\\written.txt"), "new text");
+    EXPECT_EQ(readFile(u"drop\\appended.txt"), "more");
+    EXPECT_EQ(readFile(u"drop\\unpacked\\target.bin"), "the new contents");
+    EXPECT_EQ(Leftovers(path(u"drop")), std::vector<std::string>());
+    ASSERT_TRUE(SetFolderRights(path(u"drop"), true));
+}
+
+// ReplaceFileW's documented worst case, played: the original moved to the backup name and the
+// new file not put in its place (ERROR_UNABLE_TO_MOVE_REPLACEMENT_2); meanwhile something may
+// take the target's name.
+std::function<void(const std::u16string&)> takeTheName;
+
+BOOL WINAPI HalfReplace(LPCWSTR replaced, LPCWSTR, LPCWSTR backup, DWORD, LPVOID, LPVOID) {
+    MoveFileExW(replaced, backup, 0);
+    if (takeTheName) {
+        takeTheName(slib::test::FromWide(replaced));
+    }
+    SetLastError(ERROR_UNABLE_TO_MOVE_REPLACEMENT_2);
+    return FALSE;
+}
+
+TEST_F(Replace, AnOriginalMovedAsideGoesBackOrTheFailureSaysWhereItIs) {
+    makeFolder(u"swap");
+    const std::u16string target = path(u"swap\\target.bin");
+    std::thread clearing;
+    const struct {
+        const char* name;
+        std::function<void(const std::u16string&)> take;
+        bool stranded;
+    } cases[] = {
+        {"nothing takes the name", nullptr, false},
+        {"a folder takes it for a moment",
+         [&](const std::u16string& name) {
+             CreateDirectoryW(Wide(name), nullptr);
+             clearing = std::thread([name] {
+                 Sleep(150);
+                 RemoveDirectoryW(Wide(name));
+             });
+         },
+         false},
+        {"a folder takes it for good",
+         [](const std::u16string& name) { CreateDirectoryW(Wide(name), nullptr); }, true},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.name);
+        writeOriginal(target);
+        takeTheName = c.take;
+        slib::ReplacementFile file(u"\\\\?\\" + target, &HalfReplace);
+        ASSERT_TRUE(file.valid());
+        ASSERT_TRUE(file.write(reinterpret_cast<const uint8_t*>("new"), 3));
+        EXPECT_FALSE(file.commit());
+        EXPECT_EQ(file.error(), static_cast<DWORD>(ERROR_UNABLE_TO_MOVE_REPLACEMENT_2));
+        if (clearing.joinable()) {
+            clearing.join();
+        }
+        takeTheName = nullptr;
+        if (!c.stranded) {
+            EXPECT_EQ(file.strandedOriginal(), u"");
+            EXPECT_EQ(StateOf(target).bytes, Original());
+            EXPECT_EQ(Leftovers(path(u"swap")), std::vector<std::string>());
+            continue;
+        }
+        // Only the backup is left of ours, under a name that says what it holds.
+        const std::u16string backup = file.strandedOriginal();
+        const std::u16string name = backup.substr(backup.rfind(u'\\') + 1);
+        EXPECT_EQ(backup, path(u"swap\\") + name);
+        EXPECT_TRUE(slib::IsNameOfOurs(name, u".original")) << Narrow(name);
+        EXPECT_EQ(StateOf(backup).bytes, Original());
+        EXPECT_EQ(Leftovers(path(u"swap")), std::vector<std::string>{Narrow(name)});
+        try {
+            slib::ThrowReplaceFailure("Cannot write to file", file);
+        } catch (const slib::Exception& failure) {
+            EXPECT_EQ(std::string(failure.what()),
+                      "Cannot write to file. The original file could not be put back and is "
+                      "kept as \"" +
+                          Narrow(backup) + "\"");
+        }
+        RemoveDirectoryW(Wide(target));
+        DeleteFileW(Wide(backup));
+    }
+}
+
 TEST(ReplacementFileNames, AreRecognisableAndOnlyOurs) {
     EXPECT_TRUE(slib::ReplacementFile::IsTemporaryName(u"~vf-1234-0.partial"));
     EXPECT_TRUE(slib::ReplacementFile::IsTemporaryName(u"~vf-1-99.partial"));
-    for (const char16_t* other : {u"~vf-.partial", u"~vf-12-.partial", u"~vf-a-1.partial",
-                                  u"vf-1-1.partial", u"~vf-1-1.part", u"report.partial"}) {
+    for (const char16_t* other :
+         {u"~vf-.partial", u"~vf-12-.partial", u"~vf-a-1.partial", u"vf-1-1.partial",
+          u"~vf-1-1.part", u"report.partial", u"~vf-1-1.original"}) {
         EXPECT_FALSE(slib::ReplacementFile::IsTemporaryName(other)) << Narrow(other);
     }
+    // A backup holds an original: never taken for a temporary file to be cleaned up.
+    const std::u16string backup = slib::BackupNameBeside(u"\\\\?\\C:\\data\\report.txt");
+    EXPECT_EQ(backup.substr(0, 12), u"\\\\?\\C:\\data\\");
+    EXPECT_TRUE(slib::IsNameOfOurs(backup.substr(12), u".original")) << Narrow(backup);
+    EXPECT_FALSE(slib::ReplacementFile::IsTemporaryName(backup.substr(12)));
 }
 
 }  // namespace

@@ -35,8 +35,9 @@ bool OpensAsArchive(const std::u16string& path) {
     return source.valid() && FindCentralDirectory(source).has_value();
 }
 
-// The archive being written, beside its target: it takes the target's place only when complete,
-// so a failed compression leaves an older file of that name as it was.
+// The archive being written: under its name only once complete (or beside an older file of that
+// name, which it replaces then), so a failed or killed compression leaves no archive cut short
+// and an older file as it was.
 class NewArchiveFile {
   public:
     explicit NewArchiveFile(const std::u16string& path) : file_(slib::WithLongPathPrefix(path)) {
@@ -47,6 +48,9 @@ class NewArchiveFile {
     HANDLE handle() const { return file_.handle(); }
     void complete() {
         if (!file_.commit()) {
+            if (!file_.strandedOriginal().empty()) {
+                FailArchiveNotCreated(file_.strandedOriginal());
+            }
             FailArchiveNotCreated();
         }
     }

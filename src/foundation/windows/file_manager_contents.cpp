@@ -11,6 +11,7 @@
 #include "foundation/mime_sniffing.h"
 #include "foundation/windows/file_manager_handles.h"
 #include "foundation/windows/file_sharing.h"
+#include "foundation/windows/provisional_file.h"
 #include "foundation/windows/replacement_file.h"
 
 namespace slib {
@@ -63,15 +64,6 @@ UniqueFileHandle OpenForReading(const String& path) {
     return file;
 }
 
-UniqueFileHandle OpenForWriting(const String& path, DWORD disposition) {
-    UniqueFileHandle file =
-        OpenShared(WithLongPathPrefix(path.units()), GENERIC_WRITE, FileUse::kWrite, disposition);
-    if (!file.valid()) {
-        ThrowLastError("Cannot open file for writing", GetLastError());
-    }
-    return file;
-}
-
 // All bytes or an exception: a short write without a system error counts as a full disk.
 void WriteAll(HANDLE file, const Data& data) {
     const uint8_t* bytes = data.bytes().data();
@@ -87,6 +79,30 @@ void WriteAll(HANDLE file, const Data& data) {
         }
         bytes += written;
         left -= written;
+    }
+}
+
+// A new file holding `data` from byte `at` on (zero bytes before it), whole under its name or
+// absent, whatever stops the writing.
+void WriteNewFileAt(const String& path, const Data& data, int64_t at) {
+    const std::u16string target = WithLongPathPrefix(path.units());
+    if (GetFileAttributesW(Wide(target)) != INVALID_FILE_ATTRIBUTES) {
+        ThrowLastError("Cannot open file for writing", ERROR_FILE_EXISTS);
+    }
+    ProvisionalFile file(TemporaryNameBeside(target), FILE_SHARE_READ);
+    if (!file.valid()) {
+        ThrowLastError("Cannot open file for writing", file.error());
+    }
+    if (at != 0) {
+        MoveTo(file.handle(), at, "Cannot write to file");
+    }
+    WriteAll(file.handle(), data);
+    if (!file.keepAs(target)) {
+        const DWORD error = file.error();
+        ThrowLastError(error == ERROR_ALREADY_EXISTS || error == ERROR_FILE_EXISTS
+                           ? "Cannot open file for writing"
+                           : "Cannot write to file",
+                       error);
     }
 }
 
@@ -131,7 +147,22 @@ std::shared_ptr<const Data> FileManager::readWholeFile(const String& path) const
 }
 
 uint64_t FileManager::writeFile(const String& path, const Data& data, FilePosition position) const {
-    const UniqueFileHandle file = OpenForWriting(path, OPEN_ALWAYS);
+    const UniqueFileHandle file =
+        OpenShared(WithLongPathPrefix(path.units()), GENERIC_WRITE, FileUse::kWrite, OPEN_EXISTING);
+    if (!file.valid()) {
+        const DWORD error = GetLastError();
+        if (error != ERROR_FILE_NOT_FOUND) {
+            ThrowLastError("Cannot open file for writing", error);
+        }
+        // Not there yet: made whole or not at all, the bytes where a new file puts them.
+        const int64_t at = AbsoluteOffset(position, 0, false);
+        if (at == 0) {
+            writeNewFile(data, path);
+        } else {
+            WriteNewFileAt(path, data, at);
+        }
+        return data.size();
+    }
     LARGE_INTEGER size{};
     if (!GetFileSizeEx(file.get(), &size)) {
         ThrowLastError("Cannot write to file", GetLastError());
@@ -148,8 +179,7 @@ uint64_t FileManager::replaceFile(const String& path, const Data& data) const {
 }
 
 bool FileManager::writeNewFile(const Data& data, const String& path) const {
-    const UniqueFileHandle file = OpenForWriting(path, CREATE_NEW);
-    WriteAll(file.get(), data);
+    WriteNewFileAt(path, data, 0);
     return true;
 }
 
