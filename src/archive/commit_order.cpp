@@ -5,14 +5,18 @@
 namespace archive {
 
 void CommitOrder::ready(uint64_t sequence, std::unique_ptr<EntryFile> file, const EntryTime& time,
-                        std::exception_ptr failure) {
+                        std::exception_ptr failure) noexcept {
     std::unique_lock<std::mutex> lock(mutex_);
     if (failure_) {
         lock.unlock();
         file.reset();
         return;
     }
-    waiting_.emplace(sequence, Waiting{std::move(file), time, std::move(failure)});
+    try {
+        waiting_.emplace(sequence, Waiting{std::move(file), time, std::move(failure)});
+    } catch (...) {
+        failure_ = std::current_exception();
+    }
     if (committing_) {
         return;  // that thread takes this file too when its turn comes
     }

@@ -20,9 +20,11 @@ class CommitOrder {
     // The file of `sequence` is written (or failed with `failure`). It is committed as soon as
     // every file before it is, possibly right away on this thread together with the files after
     // it that are waiting. If it or a file before it failed, it is dropped (which removes it).
-    // Every sequence from 0 up must be reported exactly once.
+    // Every sequence from 0 up must be reported exactly once. Never throws: called last on the
+    // writer threads, whose failures must reach the call. Should there be no memory to keep the
+    // file waiting, that failure stops the unpacking at once.
     void ready(uint64_t sequence, std::unique_ptr<EntryFile> file, const EntryTime& time,
-               std::exception_ptr failure);
+               std::exception_ptr failure) noexcept;
 
     // The first failure in archive order, or null.
     std::exception_ptr failure();

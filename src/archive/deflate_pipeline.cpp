@@ -190,14 +190,20 @@ void DeflatePipeline::work(int level) {
         }
         block->crc = libdeflate_crc32(0, block->input.data(), block->inputLength);
         bool ok = true;
-        if (block->deflate) {
-            if (LooksIncompressible(fastest, *block, scratch)) {
-                ok = storing.run(*block);
-            } else {
-                block->outputLength = deflater.deflate(block->input.data(), block->inputLength,
-                                                       block->last, block->output);
-                ok = block->outputLength != 0;
+        // Out of memory here fails the block, as a refusing codec does: the caller, waiting for
+        // it, learns of it so and fails the call.
+        try {
+            if (block->deflate) {
+                if (LooksIncompressible(fastest, *block, scratch)) {
+                    ok = storing.run(*block);
+                } else {
+                    block->outputLength = deflater.deflate(block->input.data(), block->inputLength,
+                                                           block->last, block->output);
+                    ok = block->outputLength != 0;
+                }
             }
+        } catch (...) {
+            ok = false;
         }
         {
             std::lock_guard<std::mutex> lock(mutex_);

@@ -35,7 +35,7 @@ struct DeflateBlock {
     std::vector<uint8_t> output;
     size_t outputLength = 0;
     uint32_t crc = 0;
-    bool failed = false;  // the codec refused (out of memory)
+    bool failed = false;  // the codec refused, or there was no memory for it
     std::atomic<bool> done{false};
 
     const uint8_t* data() const { return deflate ? output.data() : input.data(); }

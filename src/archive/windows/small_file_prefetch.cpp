@@ -10,6 +10,8 @@ namespace archive {
 SmallFilePrefetch::SmallFilePrefetch(std::vector<std::u16string> paths, std::vector<bool> wanted)
     : paths_(std::move(paths)),
       wanted_(std::move(wanted)),
+      results_(kMostFilesAhead),
+      filled_(kMostFilesAhead, false),
       threads_(
           kThreads, [this] { work(); }, [this] { stop(); }) {}
 
@@ -28,14 +30,15 @@ std::optional<PrefetchedFile> SmallFilePrefetch::take(size_t index) {
     {
         std::unique_lock<std::mutex> lock(mutex_);
         if (wanted_[index]) {
-            if (results_.count(index) == 0) {
+            const size_t slot = slotOf(index);
+            if (!filled_[slot]) {
                 takerWaits_ = true;
-                resultReady_.wait(lock, [&] { return results_.count(index) != 0; });
+                resultReady_.wait(lock, [&] { return filled_[slot]; });
                 takerWaits_ = false;
             }
-            const auto found = results_.find(index);
-            result = std::move(found->second);
-            results_.erase(found);
+            result = std::move(results_[slot]);
+            results_[slot] = Result();
+            filled_[slot] = false;
             if (result.file) {
                 bytesAhead_ -= result.file->bytes.size();
             }
@@ -80,7 +83,9 @@ void SmallFilePrefetch::work() {
             if (result.file) {
                 bytesAhead_ += result.file->bytes.size();
             }
-            results_.emplace(index, std::move(result));
+            // Free: a file is read only while fewer than kMostFilesAhead are waiting before it.
+            results_[slotOf(index)] = std::move(result);
+            filled_[slotOf(index)] = true;
             wakeTaker = takerWaits_;
         }
         if (wakeTaker) {
@@ -89,7 +94,7 @@ void SmallFilePrefetch::work() {
     }
 }
 
-SmallFilePrefetch::Result SmallFilePrefetch::read(size_t index) const {
+SmallFilePrefetch::Result SmallFilePrefetch::read(size_t index) const noexcept {
     Result result;
     try {
         FileStream file(paths_[index]);

@@ -3,13 +3,13 @@
 // its order. Opening, reading and closing a small file costs mostly waits on the system (under
 // Wine, round trips to the server process); with thousands of them those waits, not deflate,
 // would set the pace, and several files read at once overlap them. The read-ahead is bounded
-// in files and bytes.
+// in files and bytes, and its results have room kept for them from the start: a reading thread
+// hands over every outcome, a failure included, without allocating anything.
 
 #include <condition_variable>
 #include <cstddef>
 #include <cstdint>
 #include <exception>
-#include <map>
 #include <mutex>
 #include <optional>
 #include <string>
@@ -50,8 +50,10 @@ class SmallFilePrefetch {
     };
 
     void work();
-    Result read(size_t index) const;
+    Result read(size_t index) const noexcept;
     void stop();
+    // Where the result of file `index` waits: one slot for each file that may be read ahead.
+    size_t slotOf(size_t index) const { return index % kMostFilesAhead; }
 
     std::vector<std::u16string> paths_;
     std::vector<bool> wanted_;
@@ -61,7 +63,8 @@ class SmallFilePrefetch {
     size_t nextToRead_ = 0;
     size_t nextToTake_ = 0;
     size_t bytesAhead_ = 0;
-    std::map<size_t, Result> results_;
+    std::vector<Result> results_;  // by slot
+    std::vector<bool> filled_;     // by slot: its result is there
     bool takerWaits_ = false;
     size_t readersWaiting_ = 0;
     bool stopping_ = false;
