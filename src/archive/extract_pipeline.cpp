@@ -1,7 +1,6 @@
 #include "archive/extract_pipeline.h"
 
 #include <memory>
-#include <set>
 #include <string>
 #include <thread>
 #include <utility>
@@ -28,7 +27,8 @@ void Push(ExtractStepQueue& queue, ExtractStep step) {
     }
 }
 
-// The worker: the whole reading and checking of the archive, ending in kFinished or kFailed.
+// The worker: the whole reading and checking of the archive, ending in kFinished or a failure
+// handed to the queue.
 void ReadAhead(ByteSource& source, OemDecoder decodeOem, ExtractStepQueue& queue) {
     try {
         ReadAheadSource readAhead(source);
@@ -76,10 +76,8 @@ void ReadAhead(ByteSource& source, OemDecoder decodeOem, ExtractStepQueue& queue
         Push(queue, std::move(finished));
     } catch (const ExtractionAbandoned&) {
     } catch (...) {
-        ExtractStep step;
-        step.kind = ExtractStep::Kind::kFailed;
-        step.failure = std::current_exception();
-        queue.push(std::move(step));
+        // Handed over without a step: making one could itself fail for want of memory.
+        queue.fail(std::current_exception());
     }
 }
 
@@ -124,13 +122,24 @@ void ExtractStepQueue::takeAll(std::deque<ExtractStep>& batch) {
     std::unique_lock<std::mutex> lock(mutex_);
     if (steps_.empty()) {
         taking_ = true;
-        stepsQueued_.wait(lock, [&] { return !steps_.empty(); });
+        stepsQueued_.wait(lock, [&] { return !steps_.empty() || failure_; });
         taking_ = false;
+    }
+    if (steps_.empty()) {
+        std::rethrow_exception(failure_);
     }
     batch.swap(steps_);
     if (pushing_) {
         roomMade_.notify_one();
     }
+}
+
+void ExtractStepQueue::fail(std::exception_ptr failure) noexcept {
+    {
+        std::lock_guard<std::mutex> lock(mutex_);
+        failure_ = std::move(failure);
+    }
+    stepsQueued_.notify_one();
 }
 
 void ExtractStepQueue::close() {
@@ -165,27 +174,23 @@ void ExtractStepQueue::recycle(std::vector<uint8_t> buffer) {
 
 namespace {
 
-// Stands for a path as the file system may compare it: ASCII letters folded, any other unit the
-// same (so names that differ only there count as the same), trailing dots and blanks dropped.
-// Two paths that may name the same file always get the same key.
-std::u16string LooseKey(const RelativePath& path, size_t count) {
-    std::u16string key;
-    for (size_t i = 0; i < count; ++i) {
-        key.push_back(u'/');
-        for (const char16_t unit : path[i]) {
-            key.push_back(unit >= 0x80                   ? u'\uFFFF'
-                          : unit >= u'A' && unit <= u'Z' ? unit + 32
-                                                         : unit);
-        }
-        while (key.back() == u'.' || key.back() == u' ') {
-            key.pop_back();
-        }
-    }
-    return key;
-}
+// A folder entry, made when its turn in archive order comes, after the files before it.
+class FolderEntry : public EntryFile {
+  public:
+    FolderEntry(ExtractTarget& target, RelativePath path)
+        : target_(target), path_(std::move(path)) {}
+    void write(const uint8_t*, size_t) override {}
+    void commit(const EntryTime&) override { target_.makeFolder(path_); }
 
-// The calling thread's side: folders are made here, files handed to the writer pool, each
-// committed in its turn.
+  private:
+    ExtractTarget& target_;
+    RelativePath path_;
+};
+
+// The calling thread's side: files are handed to the writer pool, folders straight to the commit
+// order. Everything is put in its place in archive order, so every name meets what the entries
+// before it left, whatever spelling reaches it (an 8.3 short name, another letter case), as on
+// one thread.
 class FileDispatcher {
   public:
     FileDispatcher(ByteSource& archive, ExtractTarget& target, ExtractStepQueue& queue)
@@ -193,15 +198,13 @@ class FileDispatcher {
               queue.recycle(std::move(bytes));
           }) {}
 
-    void makeFolder(const RelativePath& path) {
+    void makeFolder(ExtractStep& step) {
         rethrowPoolFailure();  // no later entry once an earlier one failed
-        waitForClashes(path, false);
-        target_.makeFolder(path);
+        order_.ready(sequence_++, std::make_unique<FolderEntry>(target_, std::move(step.path)),
+                     EntryTime(), nullptr);
     }
     // Files are handed to the pool in batches (see flush).
     void submit(ExtractStep& step) {
-        waitForClashes(step.path, true);
-        notePending(step.path);
         FileJob job;
         job.sequence = sequence_++;
         job.path = std::move(step.path);
@@ -242,34 +245,7 @@ class FileDispatcher {
     }
 
   private:
-    static constexpr size_t kMostPendingKeys = 4096;
     static constexpr size_t kMostBatchBytes = 4 * 1024 * 1024;
-
-    // Files the pool may still be writing must not meet this path: the same file twice, a folder
-    // where a file goes or the other way round. Then the pool finishes first, so the outcome is
-    // that of unpacking on one thread.
-    void waitForClashes(const RelativePath& path, bool file) {
-        const size_t size = path.size();
-        bool clash = pendingFiles_.size() >= kMostPendingKeys;
-        for (size_t count = 1; count <= size && !clash; ++count) {
-            clash = pendingFiles_.count(LooseKey(path, count)) != 0;
-        }
-        if (file && !clash) {
-            clash = pendingFolders_.count(LooseKey(path, size)) != 0;
-        }
-        if (clash) {
-            flush();
-            pool_.drain();
-            pendingFiles_.clear();
-            pendingFolders_.clear();
-        }
-    }
-    void notePending(const RelativePath& path) {
-        for (size_t count = 1; count < path.size(); ++count) {
-            pendingFolders_.insert(LooseKey(path, count));
-        }
-        pendingFiles_.insert(LooseKey(path, path.size()));
-    }
 
     ExtractTarget& target_;
     CommitOrder order_;
@@ -277,9 +253,6 @@ class FileDispatcher {
     uint64_t sequence_ = 0;
     std::vector<FileJob> batch_;
     size_t batchBytes_ = 0;
-    // Loose keys of the files handed to the pool since it last finished, and of their folders.
-    std::set<std::u16string> pendingFiles_;
-    std::set<std::u16string> pendingFolders_;
 };
 
 }  // namespace
@@ -301,13 +274,11 @@ void ExtractArchive(ByteSource& source, ExtractTarget& target, OemDecoder decode
             batch.pop_front();
             switch (step.kind) {
                 case ExtractStep::Kind::kFolder:
-                    files.makeFolder(step.path);
+                    files.makeFolder(step);
                     break;
                 case ExtractStep::Kind::kFile:
                     files.submit(step);
                     break;
-                case ExtractStep::Kind::kFailed:
-                    std::rethrow_exception(step.failure);
                 case ExtractStep::Kind::kFinished:
                     files.finish();
                     if (step.failure) {

@@ -3,9 +3,9 @@
 // and checks every entry; the files go to a pool of writer threads that decode, verify and write
 // several at once (file_writer_pool.h). A small entry's bytes travel with it, read by the worker;
 // a large one the writer thread streams from the archive itself, so several large files inflate
-// at once too. Files are put in place strictly in archive order, each only once its entry is
-// verified, so a failure leaves what unpacking on one thread would: the files before it, nothing
-// after it.
+// at once too. Files and folders are put in place strictly in archive order, each file only once
+// its entry is verified, so a failure leaves what unpacking on one thread would: the files before
+// it, nothing after it.
 //
 // The worker runs at most a bounded number of steps ahead, and the whole entries read, queued,
 // being decoded or written hold at most a bounded number of bytes between them (ByteBudget), so
@@ -28,7 +28,7 @@ namespace archive {
 
 // One thing for the calling thread to do, in archive order.
 struct ExtractStep {
-    enum class Kind { kFolder, kFile, kFailed, kFinished };
+    enum class Kind { kFolder, kFile, kFinished };
     Kind kind = Kind::kFinished;
     RelativePath path;           // kFolder, kFile
     ArchiveEntry entry;          // kFile
@@ -36,7 +36,7 @@ struct ExtractStep {
     bool whole = false;          // kFile: `data` holds those bytes (else read from the archive)
     std::vector<uint8_t> data;   // kFile, whole
     ByteBudget::Claim claim;     // kFile, whole: its share of the budget, until it is written
-    std::exception_ptr failure;  // kFailed; kFinished: an entry left out, reported at the end
+    std::exception_ptr failure;  // kFinished: an entry left out, reported at the end
 };
 
 // The bounded hand-over between the worker and the calling thread. Steps change hands in batches
@@ -51,7 +51,10 @@ class ExtractStepQueue {
     // Waits while the queue is full. False once the calling thread has stopped taking steps.
     bool push(ExtractStep step);
     // Waits for steps, then moves every step queued so far into `batch` (which must be empty).
+    // Once they are all taken, throws the worker's failure, if it had one.
     void takeAll(std::deque<ExtractStep>& batch);
+    // The worker's end by a failure, after the steps it queued; never throws.
+    void fail(std::exception_ptr failure) noexcept;
     // The calling thread takes no more steps; a waiting push or claim returns nothing.
     void close();
     // Waits until a whole entry of `bytes` (encoded and decoded) fits; empty once closed.
@@ -67,6 +70,7 @@ class ExtractStepQueue {
     std::condition_variable stepsQueued_;
     std::condition_variable roomMade_;
     std::deque<ExtractStep> steps_;
+    std::exception_ptr failure_;
     bool closed_ = false;
     bool taking_ = false;   // the calling thread waits for steps
     bool pushing_ = false;  // the worker waits for room

@@ -1,9 +1,9 @@
 #pragma once
 // Where extracted entries go. Paths arrive resolved to components below the extraction folder
 // (ResolveInsideFolder), so an implementation only joins them. Failures throw
-// -50 "Unable to get zip item". Several files are created, written and committed at once, on
-// different threads (each EntryFile stays on one); makeFolder comes from one thread only, but
-// may run alongside them.
+// -50 "Unable to get zip item". Several files are created and written at once, on different
+// threads (each EntryFile stays on one); commits and folders come one at a time, in archive
+// order, so each name meets what the entries before it left, but not always on the same thread.
 
 #include <memory>
 #include <string>
@@ -22,6 +22,7 @@ class EntryFile {
     virtual ~EntryFile() = default;
     virtual void write(const uint8_t* data, size_t length) = 0;
     // Sets the modification time and puts the file in place, replacing an existing file.
+    // Called in archive order, one at a time.
     virtual void commit(const EntryTime& time) = 0;
 };
 
@@ -30,7 +31,8 @@ class ExtractTarget {
     virtual ~ExtractTarget() = default;
     // The folder and any missing folders above it; an existing folder is fine.
     virtual void makeFolder(const RelativePath& path) = 0;
-    // A new file, creating missing folders above it.
+    // A new file for `path`, in its place only once committed, with missing folders above it
+    // then; an existing file of that name is replaced then.
     virtual std::unique_ptr<EntryFile> createFile(const RelativePath& path) = 0;
 };
 

@@ -92,7 +92,7 @@ void FileWriterPool::work() {
     }
 }
 
-void FileWriterPool::write(FileJob& job, EntryDecoder& decoder) {
+void FileWriterPool::write(FileJob& job, EntryDecoder& decoder) noexcept {
     if (order_.failure()) {
         return;  // an earlier file failed: this one would only be removed again
     }

@@ -1,11 +1,12 @@
 #pragma once
-// Files are decoded, verified, created, written and committed on a few threads at once.
-// Inflate then runs on more than one core, and the waits of each new file on the file system
-// (under Wine, round trips to the server process) overlap. Commits still follow archive order
-// (CommitOrder). The pool holds at most kMostQueued jobs (or one batch) waiting; the bytes of a
-// whole entry count against the whole entries' byte budget, whose claim the job carries until it
-// is written.
-// More threads than cores: a thread waiting on the file system leaves its core to another.
+// Files are created, decoded, verified, written and committed on a few threads at once. Inflate
+// then runs on more than one core, and the waits of each new file on the file system (under Wine,
+// round trips to the server process) overlap. Commits still follow archive order (CommitOrder).
+// A job's every failure, out of memory included, goes to the CommitOrder and so to the call:
+// nothing escapes a thread. The pool holds at most kMostQueued jobs (or one batch) waiting; the
+// bytes of a whole entry count against the whole entries' byte budget, whose claim the job carries
+// until it is written. More threads than cores: a thread waiting on the file system leaves its core
+// to another.
 
 #include <condition_variable>
 #include <cstdint>
@@ -54,7 +55,7 @@ class FileWriterPool {
 
   private:
     void work();
-    void write(FileJob& job, EntryDecoder& decoder);
+    void write(FileJob& job, EntryDecoder& decoder) noexcept;
     void stop();
 
     ByteSource& archive_;

@@ -21,6 +21,8 @@ void CompressItem(const slib::String& source, const slib::String& target);
 //   -50 "Invalid or missing zip item"            a damaged central directory entry
 //   -50 "Unable to get zip item"                 an entry that cannot be extracted or fails its
 //                                                checks; entries before it stay
+// Nothing is written through a link below `target` (that entry fails, and says why); each file
+// is whole under its name or absent, even if the process dies meanwhile.
 void DecompressArchive(const slib::String& archive, const slib::String& target);
 
 }  // namespace archive

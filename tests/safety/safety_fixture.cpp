@@ -89,6 +89,21 @@ void ListInto(const std::u16string& folder, const std::u16string& relative, std:
     } while (FindNextFileW(search.get(), &found));
 }
 
+// A Unix symbolic link, which Wine reports as a reparse point (for a folder).
+bool MakeUnixLink(const std::u16string& link, const std::u16string& target) {
+    const UnixFileName unixName = WineUnixFileName();
+    if (unixName == nullptr) {
+        return false;
+    }
+    char* unixTarget = unixName(Wide(target));
+    char* unixLink = unixName(Wide(link));
+    const bool made =
+        unixTarget != nullptr && unixLink != nullptr && LinuxSymlink(unixTarget, unixLink) == 0;
+    HeapFree(GetProcessHeap(), 0, unixTarget);
+    HeapFree(GetProcessHeap(), 0, unixLink);
+    return made;
+}
+
 }  // namespace
 
 slib::UniqueFileHandle Hold(const std::u16string& path, DWORD access, DWORD share) {
@@ -103,17 +118,16 @@ bool MakeFolderLink(const std::u16string& link, const std::u16string& target) {
         IsReparsePoint(link)) {
         return true;
     }
-    const UnixFileName unixName = WineUnixFileName();
-    if (unixName == nullptr) {
-        return false;
+    return MakeUnixLink(link, target) && IsReparsePoint(link);
+}
+
+bool MakeFileLink(const std::u16string& link, const std::u16string& target) {
+    if (CreateSymbolicLinkW(Wide(link), Wide(target),
+                            SYMBOLIC_LINK_FLAG_ALLOW_UNPRIVILEGED_CREATE) &&
+        GetFileAttributesW(Wide(link)) != INVALID_FILE_ATTRIBUTES) {
+        return true;
     }
-    char* unixTarget = unixName(Wide(target));
-    char* unixLink = unixName(Wide(link));
-    const bool made =
-        unixTarget != nullptr && unixLink != nullptr && LinuxSymlink(unixTarget, unixLink) == 0;
-    HeapFree(GetProcessHeap(), 0, unixTarget);
-    HeapFree(GetProcessHeap(), 0, unixLink);
-    return made && IsReparsePoint(link);
+    return MakeUnixLink(link, target);
 }
 
 bool RemoveFolderLink(const std::u16string& link) {

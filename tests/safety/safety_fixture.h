@@ -28,6 +28,10 @@ slib::UniqueFileHandle Hold(const std::u16string& path, DWORD access, DWORD shar
 // point). False when neither is possible here.
 bool MakeFolderLink(const std::u16string& link, const std::u16string& target);
 
+// Makes `link` a link to the file `target`, as MakeFolderLink does (Wine shows the Unix link as a
+// plain file). False when neither way is possible here.
+bool MakeFileLink(const std::u16string& link, const std::u16string& target);
+
 // Removes the folder link `link` itself: RemoveDirectoryW; under Wine, whose call takes the link
 // for its target folder, the Unix call. False when it did not work.
 bool RemoveFolderLink(const std::u16string& link);
