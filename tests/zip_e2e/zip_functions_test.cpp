@@ -177,5 +177,30 @@ TEST_F(ZipFunctions, DecompressRefusesInOrderAndNeverLeavesTheTarget) {
     EXPECT_FALSE(exists(u"out"));
 }
 
+// Every call to the host failing in turn, while packing and while unpacking on their threads:
+// each call is answered, and the host goes on working.
+TEST_F(ZipFunctions, EachFailingHostCallIsAnsweredAndTheHostGoesOn) {
+    ASSERT_EQ(call(uR"(VFile_Compress( "src" ; "src.zip" ))"), Succeeded());
+    int failed = 0;
+    for (uint32_t n = 1; n <= 40; ++n) {
+        for (const int32_t code : {1, 2}) {
+            SCOPED_TRACE("host call " + std::to_string(n) + ", error " + std::to_string(code));
+            host_.FailCall(n, code, kFmhostFaultEachFunctionCall);
+            const fmhost::driver::Evaluation packed =
+                host_.Evaluate(uR"(VFile_Compress( "src" ; "again.zip" ))");
+            const fmhost::driver::Evaluation unpacked =
+                host_.Evaluate(uR"(VFile_DeCompress( "src.zip" ; "out" ))");
+            host_.FailCall(0, 0, kFmhostFaultEachFunctionCall);
+            failed += (packed.error != 0 || packed.text != "0") +
+                      (unpacked.error != 0 || unpacked.text != "0");
+            slib::test::RemoveTree(path(u"again.zip"));
+            slib::test::RemoveTree(path(u"out"));
+        }
+    }
+    EXPECT_GT(failed, 0) << "no injected failure reached a call";
+    EXPECT_EQ(call(uR"(VFile_DeCompress( "src.zip" ; "out" ))"), Succeeded());
+    EXPECT_EQ(snapshot(u"out"), snapshot(u"src"));
+}
+
 }  // namespace
 }  // namespace items_test
