@@ -12,6 +12,7 @@
 #include "archive/byte_order.h"
 #include "archive/raw_inflater.h"
 #include "archive/zip_format.h"
+#include "foundation/exception.h"
 
 namespace archive {
 
@@ -354,7 +355,7 @@ void ZipReader::claimSpan(uint64_t start, uint64_t end) {
     }
 }
 
-EntryData ZipReader::locateData(const ArchiveEntry& entry) {
+EntryData ZipReader::locateData(ArchiveEntry& entry) {
     if ((entry.flags & (kFlagEncrypted | kFlagStrongEncryption)) != 0 ||
         entry.method == kMethodAes) {
         FailEntryRefused(entry.name, "it is encrypted, and encrypted entries cannot be unpacked");
@@ -392,12 +393,49 @@ EntryData ZipReader::locateData(const ArchiveEntry& entry) {
         !source_.readAt(entry.localOffset, header, sizeof header) ||
         LoadLe32(header) != kLocalHeaderSignature ||
         !AddWithin(data.start, uint64_t{LoadLe16(header + 26)} + LoadLe16(header + 28),
-                   directory_.offset, data.start) ||
-        !AddWithin(data.start, entry.compressed, directory_.offset, dataEnd)) {
+                   directory_.offset, data.start)) {
+        FailEntryNotExtracted();
+    }
+    settleCompressedSize(entry, header, data.start);
+    if (!AddWithin(data.start, entry.compressed, directory_.offset, dataEnd)) {
         FailEntryNotExtracted();
     }
     claimSpan(entry.localOffset, std::max(dataEnd, entry.localOffset + 1));
     return data;
+}
+
+void ZipReader::settleCompressedSize(ArchiveEntry& entry, const uint8_t* localHeader,
+                                     uint64_t dataStart) {
+    // Only a smaller compressed size in the local header, of an entry without a data descriptor
+    // (whose local sizes are not its own), and only a central one that stays within the archive.
+    const uint64_t local = LoadLe32(localHeader + 18);
+    if ((LoadLe16(localHeader + 6) & kFlagDataDescriptor) != 0 || local >= entry.compressed ||
+        local == kMax32 || entry.compressed > source_.size() - dataStart) {
+        return;
+    }
+    const uint64_t limit = nextHeaderAfter(entry.localOffset);
+    if (dataStart + entry.compressed > limit && dataStart + local <= limit) {
+        entry.compressed = local;
+    }
+}
+
+uint64_t ZipReader::nextHeaderAfter(uint64_t localOffset) {
+    if (!localOffsetsRead_) {
+        localOffsetsRead_ = true;
+        // A reader of its own goes through the directory once; a damaged header ends the list,
+        // and the entries it leaves out fail where they are met.
+        try {
+            ZipReader scan(source_, decodeOem_);
+            const uint64_t count = scan.entryCount();
+            for (uint64_t index = 0; index < count; ++index) {
+                localOffsets_.push_back(scan.readEntry().localOffset);
+            }
+        } catch (const slib::Exception&) {
+        }
+        std::sort(localOffsets_.begin(), localOffsets_.end());
+    }
+    const auto next = std::upper_bound(localOffsets_.begin(), localOffsets_.end(), localOffset);
+    return next == localOffsets_.end() ? directory_.offset : std::min(*next, directory_.offset);
 }
 
 void ZipReader::readData(const ArchiveEntry& entry, const EntryData& data,
@@ -408,7 +446,7 @@ void ZipReader::readData(const ArchiveEntry& entry, const EntryData& data,
     }
 }
 
-void ZipReader::extractEntry(const ArchiveEntry& entry, ExtractTarget& target) {
+void ZipReader::extractEntry(ArchiveEntry entry, ExtractTarget& target) {
     const EntryData data = locateData(entry);
     if (entry.folder) {
         target.makeFolder(data.path);

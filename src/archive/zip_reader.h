@@ -104,23 +104,31 @@ class ZipReader {
     // -50 "Unable to get zip item": encrypted or neither stored nor deflated, a name that leaves
     // the target folder, data out of range or overlapping another entry, a CRC or size that
     // does not match, or the target refusing.
-    void extractEntry(const ArchiveEntry& entry, ExtractTarget& target);
+    void extractEntry(ArchiveEntry entry, ExtractTarget& target);
 
     // extractEntry in two halves, for decoding elsewhere: every check before the data (with its
-    // failures), then the entry's stored or deflated bytes, as they are, into `bytes`.
-    EntryData locateData(const ArchiveEntry& entry);
+    // failures), then the entry's stored or deflated bytes, as they are, into `bytes`. The first
+    // settles the compressed size the entry is decoded with: a central size that reaches into
+    // the next entry or the directory gives way to the local header's smaller one where that
+    // fits (the stream's end and the CRC still decide).
+    EntryData locateData(ArchiveEntry& entry);
     void readData(const ArchiveEntry& entry, const EntryData& data, std::vector<uint8_t>& bytes);
 
   private:
     bool readCached(uint64_t offset, uint8_t* buffer, size_t length);
     void claimSpan(uint64_t start, uint64_t end);
+    void settleCompressedSize(ArchiveEntry& entry, const uint8_t* localHeader, uint64_t dataStart);
+    // Where the next entry's local header starts after `localOffset`, or the central directory.
+    uint64_t nextHeaderAfter(uint64_t localOffset);
 
     ByteSource& source_;
     OemDecoder decodeOem_;
     DirectoryLocation directory_;
     uint64_t cursor_ = 0;                 // the next central header
     std::map<uint64_t, uint64_t> spans_;  // start to end of the bytes entries extracted so far use
-    std::vector<uint8_t> window_;         // central directory bytes read ahead
+    std::vector<uint64_t> localOffsets_;  // of every entry, sorted; read when first needed
+    bool localOffsetsRead_ = false;
+    std::vector<uint8_t> window_;  // central directory bytes read ahead
     uint64_t windowOffset_ = 0;
     EntryDecoder decoder_;
 };

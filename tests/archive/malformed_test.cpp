@@ -113,10 +113,22 @@ TEST(Malformed, EachDamageFailsAtItsStepAndKeepsWhatCameBefore) {
          kNotExtracted, onlyA, 1},
         {"compressed size too small", [](Bytes& b) { Add32(b, CentralHeader(b, 1) + 20, -1); },
          kNotExtracted, onlyA, 1},
-        {"compressed size into the directory",
-         [](Bytes& b) { Add32(b, CentralHeader(b, 1) + 20, 100); }, kNotExtracted, onlyA, 0},
-        {"compressed size of the first into the second",
-         [](Bytes& b) { Add32(b, CentralHeader(b, 0) + 20, 1); }, kNotExtracted, onlyA, 0},
+        // The local header's size saves none of these: it claims as much, or the central one
+        // reaches past the archive.
+        {"both compressed sizes into the directory",
+         [](Bytes& b) {
+             Add32(b, CentralHeader(b, 1) + 20, 100);
+             Add32(b, LocalHeader(b, 1) + 18, 100);
+         },
+         kNotExtracted, onlyA, 0},
+        {"both compressed sizes of the first into the second",
+         [](Bytes& b) {
+             Add32(b, CentralHeader(b, 0) + 20, 1);
+             Add32(b, LocalHeader(b, 0) + 18, 1);
+         },
+         kNotExtracted, onlyA, 0},
+        {"compressed size past the end of the archive",
+         [](Bytes& b) { Add32(b, CentralHeader(b, 1) + 20, 1 << 20); }, kNotExtracted, onlyA, 0},
         {"local header out of range",
          [](Bytes& b) { StoreLe32(&b[CentralHeader(b, 1) + 42], 0x7FFFFFF0); }, kNotExtracted,
          onlyA, 0},
@@ -173,8 +185,10 @@ TEST(Malformed, EachDamageFailsAtItsStepAndKeepsWhatCameBefore) {
 
 // What Info-ZIP's unzip and Python's zipfile read, we read too: sizes claiming more than there is
 // (the stream's end and the CRC decide, or for a stored entry the smaller size and the CRC), a
-// comment length past the end, bytes behind the archive, and a stub in front whose size the
-// offsets leave out. Each on a stored, a wholly inflated and a streamed second (last) entry.
+// central compressed size reaching into the next entry or the directory where the local header's
+// is right, a comment length past the end, bytes behind the archive, and a stub in front whose
+// size the offsets leave out. Each on a stored, a wholly inflated and a streamed second (last)
+// entry.
 TEST(Malformed, WhatOtherToolsForgiveUnpacks) {
     // Bytes between the last entry's data and the directory, which its compressed size counts.
     auto gapCounted = [](Bytes& b, bool sizeToo) {
@@ -195,6 +209,11 @@ TEST(Malformed, WhatOtherToolsForgiveUnpacks) {
         {"compressed size larger", [&](Bytes& b) { gapCounted(b, false); }, true},
         {"both sizes larger", [&](Bytes& b) { gapCounted(b, true); }, false},
         {"size larger", [&](Bytes& b) { Add32(b, CentralHeader(b, 1) + 24, 16); }, true},
+        // The local header's smaller size, within the entry's own space, then bounds it.
+        {"compressed size larger, into the directory",
+         [](Bytes& b) { Add32(b, CentralHeader(b, 1) + 20, 16); }, true},
+        {"compressed size of the first larger, into the second",
+         [](Bytes& b) { Add32(b, CentralHeader(b, 0) + 20, 1); }, true},
         {"comment length past the end", [](Bytes& b) { StoreLe16(&b[b.size() - 2], 40); }, true},
         {"trailing bytes", [](Bytes& b) { b.insert(b.end(), 300, 'x'); }, true},
         {"stub in front",

@@ -217,11 +217,13 @@ class Interop(unittest.TestCase):
 
     def test_archives_unzip_reads_despite_odd_records_unpack_as_unzip_unpacks_them(self):
         # A self-extractor's stub in front, sizes claiming more than the data (streamed and
-        # whole), a comment shorter than recorded: byte for byte what unzip makes of them. Then
+        # whole, into the next entry too), a comment shorter than recorded: byte for byte what
+        # unzip makes of them. Then
         # an archive whose second entry fails keeps the first and writes nothing else anywhere.
         accepted = ["stub in front, offsets not adjusted", "stub in front, sizes larger",
                     "both headers claim larger sizes, a gap after the data, large entry",
-                    "comment length past the end"]
+                    "comment length past the end",
+                    "central claims a larger compressed size, local right, into the next entry"]
         refused = "stored entry, both headers claim larger sizes"
         calculations = []
         for index, name in enumerate(accepted + [refused]):
