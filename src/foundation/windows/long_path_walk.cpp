@@ -224,6 +224,25 @@ void DeleteOpen(const OpenItem& item, int depth, const char* message) {
     }
 }
 
+// Deletes the links found in the open folder's tree, nothing else.
+void DeleteLinksIn(const OpenItem& folder, int depth, const char* message) {
+    CheckDepth(depth, message);
+    if (!folder.folder) {
+        return;
+    }
+    for (const ListedEntry& entry : Entries(folder, message)) {
+        const bool link = IsLinkEntry(entry.attributes, entry.reparseTag);
+        if (link || (entry.attributes & FILE_ATTRIBUTE_DIRECTORY) != 0) {
+            const OpenItem child = OpenListed(folder, entry, link ? kRemove : kLook, message);
+            if (child.link) {
+                DeleteOpen(child, depth + 1, message);
+            } else {
+                DeleteLinksIn(child, depth + 1, message);
+            }
+        }
+    }
+}
+
 // Removes what a failed move made at its target; a failure to do so changes nothing reported.
 void RemoveQuietly(const std::u16string& longPath, const char* message) {
     try {
@@ -247,6 +266,9 @@ void MoveAcross(const OpenItem& from, const std::u16string& to, int depth, const
     const bool targetWasThere = AttributesOf(to) != INVALID_FILE_ATTRIBUTES;
     try {
         CopyOpen(from, nullptr, u"", to, depth, message);
+        // The links, which do not travel, go first: a system that cannot remove one fails the move
+        // while the source is still whole, and the copy can go again.
+        DeleteLinksIn(from, depth, message);
     } catch (const Exception&) {
         if (!targetWasThere) {
             RemoveQuietly(to, message);
