@@ -10,7 +10,8 @@ namespace {
 void Delete(const fmlib::FunctionCall& call) {
     bridge::PathContext paths(call.env);
     const slib::String path = paths.pathArgument(call.args, 0);
-    paths.refuseAnchorHolder(path, "Cannot delete the folder of the database or a folder holding it");
+    paths.refuseAnchorHolder(path,
+                             "Cannot delete the folder of the database or a folder holding it");
     slib::FileManager().deleteItem(path);
     fmlib::SetResultCode(call.result, 0);
 }

@@ -31,8 +31,7 @@ class OpenItems : public ScratchTest {
         ScratchTest::TearDown();
     }
 
-    const ListedEntry& listed(const std::vector<ListedEntry>& entries,
-                              const std::u16string& name) {
+    const ListedEntry& listed(const std::vector<ListedEntry>& entries, const std::u16string& name) {
         const auto found = std::find_if(entries.begin(), entries.end(),
                                         [&](const ListedEntry& e) { return e.name == name; });
         EXPECT_NE(found, entries.end()) << Narrow(name);

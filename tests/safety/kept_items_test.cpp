@@ -43,7 +43,8 @@ TEST_F(KeptItems, AVolumeRootOrTheDatabasesFolderIsNeitherDeletedNorMoved) {
     const std::string root = "Cannot delete a volume root";
     const std::string moveRoot = "Cannot move a volume root";
     const std::string database = "Cannot delete the folder of the database or a folder holding it";
-    const std::string moveDatabase = "Cannot move the folder of the database or a folder holding it";
+    const std::string moveDatabase =
+        "Cannot move the folder of the database or a folder holding it";
     const std::u16string d = drive_;
     const std::u16string elsewhere = Quoted(path(u"other\\moved"));
     const struct {

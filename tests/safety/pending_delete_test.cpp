@@ -15,9 +15,8 @@ constexpr DWORD kShareAll = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELE
 // holder's own handle says DeletePending). Wine keeps the file fully open to all and says neither.
 bool SystemShowsPendingDeletes(const std::u16string& probe, std::string& why) {
     {
-        const slib::UniqueFileHandle made(CreateFileW(Wide(probe), GENERIC_WRITE, 0, nullptr,
-                                                      CREATE_ALWAYS, FILE_ATTRIBUTE_NORMAL,
-                                                      nullptr));
+        const slib::UniqueFileHandle made(CreateFileW(
+            Wide(probe), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr));
     }
     const slib::UniqueFileHandle holder = Hold(probe, GENERIC_READ, kShareAll);
     DeleteFileW(Wide(probe));
@@ -27,8 +26,9 @@ bool SystemShowsPendingDeletes(const std::u16string& probe, std::string& why) {
     if (info.DeletePending || !again.valid()) {
         return true;
     }
-    why = "after DeleteFileW of a file held with delete sharing, the holder's handle says no "
-          "delete is pending and the file opens as before";
+    why =
+        "after DeleteFileW of a file held with delete sharing, the holder's handle says no "
+        "delete is pending and the file opens as before";
     return false;
 }
 
@@ -73,10 +73,10 @@ TEST_F(PendingDelete, AHeldFileDeletedOrMovedAwayAnswersDone) {
             continue;
         }
         slib::UniqueFileHandle holder = heldFile(c.file);
-        const std::u16string calculation =
-            c.moveAway ? u"VFile_Move( " + Quoted(path(c.file)) + u" ; " +
-                             Quoted(*small + u"\\moved.txt") + u" )"
-                       : u"VFile_Delete( " + Quoted(path(c.file)) + u" )";
+        const std::u16string calculation = c.moveAway
+                                               ? u"VFile_Move( " + Quoted(path(c.file)) + u" ; " +
+                                                     Quoted(*small + u"\\moved.txt") + u" )"
+                                               : u"VFile_Delete( " + Quoted(path(c.file)) + u" )";
         EXPECT_EQ(call(calculation), Succeeded());
         holder.reset();
         EXPECT_FALSE(exists(c.file)) << "gone once the other program let go";

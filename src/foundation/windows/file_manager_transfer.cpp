@@ -265,7 +265,8 @@ void FileManager::moveItem(const String& source, const String& destination) cons
     const ShellOutcome outcome = RunShellOperation(FO_MOVE, source, &destination);
     // Across volumes the source is deleted last; held open elsewhere, its delete is pending and
     // the move is done.
-    if (outcome.failed() && !(moved.gone() && TransferKind(*this, String(target)) == ItemKind::kFile)) {
+    if (outcome.failed() &&
+        !(moved.gone() && TransferKind(*this, String(target)) == ItemKind::kFile)) {
         ThrowShellFailure("Cannot move item", outcome);
     }
     RequireShellDid(moved.gone(), "Cannot move item");

@@ -21,9 +21,8 @@ constexpr auto kFileIdInfo = static_cast<FILE_INFO_BY_HANDLE_CLASS>(18);
 constexpr DWORD kShareAll = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
 
 UniqueFileHandle OpenItem(const std::u16string& systemPath, DWORD access, DWORD flags) {
-    return UniqueFileHandle(CreateFileW(Wide(systemPath), access, kShareAll, nullptr,
-                                        OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS | flags,
-                                        nullptr));
+    return UniqueFileHandle(CreateFileW(Wide(systemPath), access, kShareAll, nullptr, OPEN_EXISTING,
+                                        FILE_FLAG_BACKUP_SEMANTICS | flags, nullptr));
 }
 
 bool StandardInfo(HANDLE item, FILE_STANDARD_INFO& info) {
@@ -77,7 +76,8 @@ std::optional<ItemIdentity> IdentityOfPath(const std::u16string& systemPath) {
 
 std::vector<ItemIdentity> IdentitiesOfPath(const std::u16string& systemPath) {
     std::vector<ItemIdentity> identities;
-    for (const UniqueFileHandle& item : {OpenItemItself(systemPath), OpenItemFollowed(systemPath)}) {
+    for (const UniqueFileHandle& item :
+         {OpenItemItself(systemPath), OpenItemFollowed(systemPath)}) {
         if (!item.valid()) {
             continue;
         }
@@ -119,12 +119,11 @@ bool IsGoneOrDeletePending(const std::u16string& systemPath) {
     InitializeObjectAttributes(&attributes, &name, OBJ_CASE_INSENSITIVE, nullptr, nullptr);
     IO_STATUS_BLOCK status = {};
     HANDLE item = nullptr;
-    const NTSTATUS result =
-        NtCreateFile(&item, FILE_READ_ATTRIBUTES | SYNCHRONIZE, &attributes, &status, nullptr, 0,
-                     kShareAll, FILE_OPEN,
-                     FILE_OPEN_REPARSE_POINT | FILE_OPEN_FOR_BACKUP_INTENT |
-                         FILE_SYNCHRONOUS_IO_NONALERT,
-                     nullptr, 0);
+    const NTSTATUS result = NtCreateFile(
+        &item, FILE_READ_ATTRIBUTES | SYNCHRONIZE, &attributes, &status, nullptr, 0, kShareAll,
+        FILE_OPEN,
+        FILE_OPEN_REPARSE_POINT | FILE_OPEN_FOR_BACKUP_INTENT | FILE_SYNCHRONOUS_IO_NONALERT,
+        nullptr, 0);
     constexpr NTSTATUS kNameNotFound = static_cast<NTSTATUS>(0xC0000034);
     constexpr NTSTATUS kPathNotFound = static_cast<NTSTATUS>(0xC000003A);
     constexpr NTSTATUS kDeletePending = static_cast<NTSTATUS>(0xC0000056);
@@ -143,9 +142,9 @@ bool HasSingleName(HANDLE item) {
 std::u16string FinalPathOf(HANDLE item) {
     std::u16string path(MAX_PATH, u'\0');
     for (int attempt = 0; attempt < 2; ++attempt) {
-        const DWORD length = GetFinalPathNameByHandleW(
-            item, reinterpret_cast<wchar_t*>(&path[0]), static_cast<DWORD>(path.size()),
-            FILE_NAME_NORMALIZED | VOLUME_NAME_DOS);
+        const DWORD length = GetFinalPathNameByHandleW(item, reinterpret_cast<wchar_t*>(&path[0]),
+                                                       static_cast<DWORD>(path.size()),
+                                                       FILE_NAME_NORMALIZED | VOLUME_NAME_DOS);
         if (length == 0) {
             return u"";
         }

@@ -81,8 +81,8 @@ OpenItem OpenListed(const OpenItem& parent, const ListedEntry& entry, DWORD acce
     const bool folder = (entry.attributes & FILE_ATTRIBUTE_DIRECTORY) != 0 &&
                         !IsLinkEntry(entry.attributes, entry.reparseTag);
     if (!RetryWhileBusy(child.path, [&] {
-            child.handle = OpenChild(parent.handle.get(), entry.name,
-                                     folder ? FolderAccess(access) : access);
+            child.handle =
+                OpenChild(parent.handle.get(), entry.name, folder ? FolderAccess(access) : access);
             return child.handle.valid();
         })) {
         ThrowLastError(message, GetLastError());
@@ -171,8 +171,8 @@ OpenItem OpenTargetFolder(const OpenItem* parent, const std::u16string& name,
         }
         target.handle = OpenItemFollowed(path, FolderAccess(kLook));
     } else {
-        target.handle = OpenChild(parent->handle.get(), name, FolderAccess(kLook),
-                                  ChildOpen::kFolderOrCreate);
+        target.handle =
+            OpenChild(parent->handle.get(), name, FolderAccess(kLook), ChildOpen::kFolderOrCreate);
     }
     if (!target.handle.valid()) {
         ThrowLastError(message, GetLastError());
@@ -282,8 +282,7 @@ void MoveOpen(const OpenItem& from, const std::u16string& to, int depth, const c
 
 // Moves each entry of the open folder `from` into the folder `to`, then removes `from`, empty by
 // then.
-void MoveContents(const OpenItem& from, const std::u16string& to, int depth,
-                  const char* message) {
+void MoveContents(const OpenItem& from, const std::u16string& to, int depth, const char* message) {
     for (const ListedEntry& entry : Entries(from, message)) {
         MoveOpen(OpenListed(from, entry, kRemove, message), to + u"\\" + entry.name, depth + 1,
                  message);

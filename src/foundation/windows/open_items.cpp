@@ -54,8 +54,7 @@ bool ListOpenFolder(HANDLE folder, std::vector<ListedEntry>& entries) {
     }
 }
 
-UniqueFileHandle OpenChild(HANDLE folder, const std::u16string& name, DWORD access,
-                           ChildOpen how) {
+UniqueFileHandle OpenChild(HANDLE folder, const std::u16string& name, DWORD access, ChildOpen how) {
     UNICODE_STRING objectName;
     objectName.Buffer = const_cast<PWSTR>(reinterpret_cast<const wchar_t*>(name.c_str()));
     objectName.Length = static_cast<USHORT>(name.size() * sizeof(WCHAR));
@@ -65,12 +64,12 @@ UniqueFileHandle OpenChild(HANDLE folder, const std::u16string& name, DWORD acce
     IO_STATUS_BLOCK status = {};
     HANDLE child = nullptr;
     const bool create = how == ChildOpen::kFolderOrCreate;
-    const NTSTATUS result = NtCreateFile(
-        &child, access | SYNCHRONIZE, &attributes, &status, nullptr, FILE_ATTRIBUTE_NORMAL,
-        kShareAll, create ? kFileOpenIf : kFileOpen,
-        FILE_OPEN_REPARSE_POINT | FILE_OPEN_FOR_BACKUP_INTENT | FILE_SYNCHRONOUS_IO_NONALERT |
-            (create ? kDirectoryFile : 0),
-        nullptr, 0);
+    const NTSTATUS result =
+        NtCreateFile(&child, access | SYNCHRONIZE, &attributes, &status, nullptr,
+                     FILE_ATTRIBUTE_NORMAL, kShareAll, create ? kFileOpenIf : kFileOpen,
+                     FILE_OPEN_REPARSE_POINT | FILE_OPEN_FOR_BACKUP_INTENT |
+                         FILE_SYNCHRONOUS_IO_NONALERT | (create ? kDirectoryFile : 0),
+                     nullptr, 0);
     if (result < 0) {
         SetLastError(RtlNtStatusToDosError(result));
         return UniqueFileHandle();

@@ -27,8 +27,8 @@ bool ListOpenFolder(HANDLE folder, std::vector<ListedEntry>& entries);
 
 // How OpenChild treats the name.
 enum class ChildOpen {
-    kExisting,         // the item must be there
-    kFolderOrCreate,   // an existing item, or a new folder
+    kExisting,        // the item must be there
+    kFolderOrCreate,  // an existing item, or a new folder
 };
 
 // Opens `name`, one name inside the open `folder`, as the item itself (a link is not followed),
