@@ -1,9 +1,8 @@
 #include "foundation/windows/item_identity.h"
 
-#include <winternl.h>
-
 #include <cstring>
 
+#include "foundation/windows/open_items.h"
 #include "foundation/windows/wide_text.h"
 
 namespace slib {
@@ -111,27 +110,16 @@ bool IsGoneOrDeletePending(const std::u16string& systemPath) {
                (GetLastError() == ERROR_FILE_NOT_FOUND || GetLastError() == ERROR_PATH_NOT_FOUND);
     }
     ntPath[1] = u'?';
-    UNICODE_STRING name;
-    name.Buffer = const_cast<PWSTR>(Wide(ntPath));
-    name.Length = static_cast<USHORT>(ntPath.size() * sizeof(WCHAR));
-    name.MaximumLength = name.Length;
-    OBJECT_ATTRIBUTES attributes;
-    InitializeObjectAttributes(&attributes, &name, OBJ_CASE_INSENSITIVE, nullptr, nullptr);
-    IO_STATUS_BLOCK status = {};
-    HANDLE item = nullptr;
-    const NTSTATUS result = NtCreateFile(
-        &item, FILE_READ_ATTRIBUTES | SYNCHRONIZE, &attributes, &status, nullptr, 0, kShareAll,
-        FILE_OPEN,
-        FILE_OPEN_REPARSE_POINT | FILE_OPEN_FOR_BACKUP_INTENT | FILE_SYNCHRONOUS_IO_NONALERT,
-        nullptr, 0);
-    constexpr NTSTATUS kNameNotFound = static_cast<NTSTATUS>(0xC0000034);
-    constexpr NTSTATUS kPathNotFound = static_cast<NTSTATUS>(0xC000003A);
-    constexpr NTSTATUS kDeletePending = static_cast<NTSTATUS>(0xC0000056);
+    UniqueFileHandle item;
+    const long result =
+        OpenNative(nullptr, ntPath, FILE_READ_ATTRIBUTES, ChildOpen::kExisting, item);
+    constexpr long kNameNotFound = static_cast<long>(0xC0000034);
+    constexpr long kPathNotFound = static_cast<long>(0xC000003A);
+    constexpr long kDeletePending = static_cast<long>(0xC0000056);
     if (result < 0) {
         return result == kNameNotFound || result == kPathNotFound || result == kDeletePending;
     }
-    const UniqueFileHandle held(item);
-    return IsDeletePending(held.get());
+    return IsDeletePending(item.get());
 }
 
 bool HasSingleName(HANDLE item) {

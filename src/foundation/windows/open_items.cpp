@@ -54,7 +54,8 @@ bool ListOpenFolder(HANDLE folder, std::vector<ListedEntry>& entries) {
     }
 }
 
-UniqueFileHandle OpenChild(HANDLE folder, const std::u16string& name, DWORD access, ChildOpen how) {
+long OpenNative(HANDLE folder, const std::u16string& name, DWORD access, ChildOpen how,
+                UniqueFileHandle& item) {
     UNICODE_STRING objectName;
     objectName.Buffer = const_cast<PWSTR>(reinterpret_cast<const wchar_t*>(name.c_str()));
     objectName.Length = static_cast<USHORT>(name.size() * sizeof(WCHAR));
@@ -62,19 +63,25 @@ UniqueFileHandle OpenChild(HANDLE folder, const std::u16string& name, DWORD acce
     OBJECT_ATTRIBUTES attributes;
     InitializeObjectAttributes(&attributes, &objectName, OBJ_CASE_INSENSITIVE, folder, nullptr);
     IO_STATUS_BLOCK status = {};
-    HANDLE child = nullptr;
+    HANDLE opened = nullptr;
     const bool create = how == ChildOpen::kFolderOrCreate;
     const NTSTATUS result =
-        NtCreateFile(&child, access | SYNCHRONIZE, &attributes, &status, nullptr,
+        NtCreateFile(&opened, access | SYNCHRONIZE, &attributes, &status, nullptr,
                      FILE_ATTRIBUTE_NORMAL, kShareAll, create ? kFileOpenIf : kFileOpen,
                      FILE_OPEN_REPARSE_POINT | FILE_OPEN_FOR_BACKUP_INTENT |
                          FILE_SYNCHRONOUS_IO_NONALERT | (create ? kDirectoryFile : 0),
                      nullptr, 0);
+    item.reset(result < 0 ? INVALID_HANDLE_VALUE : opened);
+    return result;
+}
+
+UniqueFileHandle OpenChild(HANDLE folder, const std::u16string& name, DWORD access, ChildOpen how) {
+    UniqueFileHandle child;
+    const long result = OpenNative(folder, name, access, how, child);
     if (result < 0) {
         SetLastError(RtlNtStatusToDosError(result));
-        return UniqueFileHandle();
     }
-    return UniqueFileHandle(child);
+    return child;
 }
 
 bool AttributesOfOpen(HANDLE item, DWORD& attributes, DWORD& reparseTag) {

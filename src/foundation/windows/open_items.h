@@ -31,6 +31,12 @@ enum class ChildOpen {
     kFolderOrCreate,  // an existing item, or a new folder
 };
 
+// The native open behind OpenChild: `name` inside `folder`, or an NT path ("\\??\\C:\\...") when
+// `folder` is null. Returns the system's own status (negative on failure), which tells apart
+// failures that GetLastError() merges (a pending delete and a refusal are both access denied).
+long OpenNative(HANDLE folder, const std::u16string& name, DWORD access, ChildOpen how,
+                UniqueFileHandle& item);
+
 // Opens `name`, one name inside the open `folder`, as the item itself (a link is not followed),
 // sharing everything with others. Invalid with GetLastError() set on failure.
 UniqueFileHandle OpenChild(HANDLE folder, const std::u16string& name, DWORD access,
