@@ -103,13 +103,21 @@ class FileManager : public Object {
     std::shared_ptr<const String> escapeForCommandLine(const String& text) const;
 
     // --- copy, move, delete (through the shell; whole trees, no recycle bin) ---
+    // Items are compared by what they are, not by their text: a subst drive, a short name, a
+    // "\\?\" or UNC form or a link of the same item is the same item.
     // -43 "Source item does not exist", then -48 "Destination item already exists" when the
-    // destination is a file. An existing destination folder receives the source inside it.
+    // destination is a file. An existing destination folder receives the source inside it. A copy
+    // into the source's own tree: -50 "Cannot copy item".
     void copyItem(const String& source, const String& destination) const;
-    // As copyItem, plus -48 when the destination folder already holds a file of the source's name.
+    // As copyItem, plus -48 when the destination folder already holds a file of the source's name;
+    // -50 "Cannot move a volume root" right after the -43 check; a destination that is the source
+    // itself under another spelling (a case-only rename) renames it in place.
     void moveItem(const String& source, const String& destination) const;
-    // -43 "Item does not exist"; otherwise removes the item and all it holds, permanently.
+    // -43 "Item does not exist", -50 "Cannot delete a volume root"; otherwise removes the item and
+    // all it holds, permanently. An item whose delete is pending (held elsewhere) counts as gone.
     void deleteItem(const String& path) const;
+    // -50 `message` when `path` names `folder` or one of the folders holding it.
+    void refuseHolderOf(const String& path, const String& folder, const char* message) const;
 
     // --- shell actions (never wait for the started program) ---
     // Opens the file in the application associated with it.

@@ -91,6 +91,64 @@ void ListInto(const std::u16string& folder, const std::u16string& relative, std:
 
 }  // namespace
 
+MappedDrive::MappedDrive(const std::u16string& folder) {
+    const DWORD used = GetLogicalDrives();
+    for (char16_t letter = u'M'; letter < u'Z' && drive_.empty(); ++letter) {
+        const std::u16string drive = std::u16string(1, letter) + u":";
+        if ((used & (1u << (letter - u'A'))) != 0 ||
+            GetFileAttributesW(Wide(drive + u"\\")) != INVALID_FILE_ATTRIBUTES) {
+            continue;
+        }
+        const UnixFileName unixName = WineUnixFileName();
+        if (unixName == nullptr) {
+            if (DefineDosDeviceW(0, Wide(drive), Wide(folder))) {
+                drive_ = drive;
+            }
+            continue;
+        }
+        // The prefix's own drive C: lives beside its dosdevices folder.
+        char* unixC = unixName(L"C:\\");
+        char* unixTarget = unixName(Wide(folder));
+        if (unixC != nullptr && unixTarget != nullptr) {
+            std::string prefix(unixC);
+            while (!prefix.empty() && prefix.back() == '/') {
+                prefix.pop_back();
+            }
+            prefix.resize(prefix.rfind('/') + 1);
+            // Wine names C: either by its folder (drive_c) or by its dosdevices link (c:).
+            const std::string devices = "/dosdevices/";
+            if (prefix.size() < devices.size() ||
+                prefix.compare(prefix.size() - devices.size(), devices.size(), devices) != 0) {
+                prefix += "dosdevices/";
+            }
+            const std::string link = prefix + char(letter - u'A' + 'a') + ":";
+            if (LinuxSymlink(unixTarget, link.c_str()) == 0) {
+                wineLink_ = link;
+                drive_ = drive;
+                // Files are reached through the link; the system's list of drives (the plug-in
+                // asks it which names are volumes) learns the letter from the definition.
+                DefineDosDeviceW(0, Wide(drive), Wide(folder));
+            }
+        }
+        HeapFree(GetProcessHeap(), 0, unixC);
+        HeapFree(GetProcessHeap(), 0, unixTarget);
+    }
+    if (drive_.empty()) {
+        why_ = "no free drive letter could be mapped to a folder here";
+    } else if (GetFileAttributesW(Wide(drive_ + u"\\")) == INVALID_FILE_ATTRIBUTES) {
+        why_ = "the mapped drive " + Narrow(drive_) + " cannot be reached";
+    }
+}
+
+MappedDrive::~MappedDrive() {
+    if (!wineLink_.empty()) {
+        LinuxUnlink(wineLink_.c_str());
+    }
+    if (!drive_.empty()) {
+        DefineDosDeviceW(DDD_REMOVE_DEFINITION, Wide(drive_), nullptr);
+    }
+}
+
 slib::UniqueFileHandle Hold(const std::u16string& path, DWORD access, DWORD share) {
     return slib::UniqueFileHandle(CreateFileW(Wide(path), access, share, nullptr, OPEN_EXISTING,
                                               FILE_ATTRIBUTE_NORMAL, nullptr));

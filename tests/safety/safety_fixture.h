@@ -35,6 +35,27 @@ bool RemoveFolderLink(const std::u16string& link);
 // `why` says what it answered when not.
 bool SystemRemovesFolderLinks(const std::u16string& scratch, std::string& why);
 
+// A free drive letter (never Z:) standing for `folder`, as a subst drive does: DefineDosDeviceW
+// on Windows; under Wine, whose DefineDosDeviceW makes no drive that files can be reached on, a
+// link in the prefix's dosdevices folder. Gone again with the object; empty when no letter could
+// be given (`why` says so).
+class MappedDrive {
+  public:
+    explicit MappedDrive(const std::u16string& folder);
+    ~MappedDrive();
+    MappedDrive(const MappedDrive&) = delete;
+    MappedDrive& operator=(const MappedDrive&) = delete;
+
+    // "M:" or "" when none.
+    const std::u16string& drive() const { return drive_; }
+    const std::string& why() const { return why_; }
+
+  private:
+    std::u16string drive_;
+    std::string why_;
+    std::string wineLink_;  // the dosdevices link under Wine
+};
+
 // A file's bytes and attributes, to compare before and after.
 struct FileState {
     std::optional<std::string> bytes;
