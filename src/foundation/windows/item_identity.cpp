@@ -11,11 +11,23 @@ bool ItemIdentity::operator==(const ItemIdentity& other) const {
            std::memcmp(fileId, other.fileId, sizeof fileId) == 0;
 }
 
+namespace {
+
+// FILE_ID_INFO and its class (Windows 8 on) are declared only for newer targets than ours; an
+// older system refuses the class and the 64-bit form below answers instead.
+struct FileIdInfo128 {
+    ULONGLONG VolumeSerialNumber;
+    FILE_ID_128 FileId;
+};
+constexpr auto kFileIdInfoClass = static_cast<FILE_INFO_BY_HANDLE_CLASS>(18);
+
+}  // namespace
+
 std::optional<ItemIdentity> IdentityOf(HANDLE item) {
     // FILE_ID_INFO carries ReFS's 128-bit ids and the 64-bit volume serial; older systems and
     // some file systems answer only the 64-bit form.
-    FILE_ID_INFO idInfo = {};
-    if (GetFileInformationByHandleEx(item, FileIdInfo, &idInfo, sizeof idInfo)) {
+    FileIdInfo128 idInfo = {};
+    if (GetFileInformationByHandleEx(item, kFileIdInfoClass, &idInfo, sizeof idInfo)) {
         ItemIdentity identity;
         identity.volumeSerial = idInfo.VolumeSerialNumber;
         static_assert(sizeof identity.fileId == sizeof idInfo.FileId.Identifier, "FILE_ID_128");
