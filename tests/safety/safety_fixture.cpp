@@ -97,10 +97,17 @@ slib::UniqueFileHandle Hold(const std::u16string& path, DWORD access, DWORD shar
 }
 
 bool MakeFolderLink(const std::u16string& link, const std::u16string& target) {
-    if (CreateSymbolicLinkW(
-            Wide(link), Wide(target),
-            SYMBOLIC_LINK_FLAG_DIRECTORY | SYMBOLIC_LINK_FLAG_ALLOW_UNPRIVILEGED_CREATE) &&
-        IsReparsePoint(link)) {
+    return MakeLink(link, target, SYMBOLIC_LINK_FLAG_DIRECTORY) && IsReparsePoint(link);
+}
+
+bool MakeFileLink(const std::u16string& link, const std::u16string& target) {
+    return MakeLink(link, target, 0);
+}
+
+bool MakeLink(const std::u16string& link, const std::u16string& target, DWORD kind) {
+    if (CreateSymbolicLinkW(Wide(link), Wide(target),
+                            kind | SYMBOLIC_LINK_FLAG_ALLOW_UNPRIVILEGED_CREATE) &&
+        GetFileAttributesW(Wide(link)) != INVALID_FILE_ATTRIBUTES) {
         return true;
     }
     const UnixFileName unixName = WineUnixFileName();
@@ -113,7 +120,19 @@ bool MakeFolderLink(const std::u16string& link, const std::u16string& target) {
         unixTarget != nullptr && unixLink != nullptr && LinuxSymlink(unixTarget, unixLink) == 0;
     HeapFree(GetProcessHeap(), 0, unixTarget);
     HeapFree(GetProcessHeap(), 0, unixLink);
-    return made && IsReparsePoint(link);
+    return made && GetFileAttributesW(Wide(link)) != INVALID_FILE_ATTRIBUTES;
+}
+
+bool RemoveFileLink(const std::u16string& link) {
+    // Under Wine through the Unix call only: its DeleteFileW on a link deletes the file it names.
+    const UnixFileName unixName = WineUnixFileName();
+    if (unixName == nullptr) {
+        return DeleteFileW(Wide(u"\\\\?\\" + link)) != 0;
+    }
+    char* unixLink = unixName(Wide(link));
+    const bool removed = unixLink != nullptr && LinuxUnlink(unixLink) == 0;
+    HeapFree(GetProcessHeap(), 0, unixLink);
+    return removed;
 }
 
 bool RemoveFolderLink(const std::u16string& link) {
