@@ -56,6 +56,18 @@ void RemoveLinksBelow(const std::u16string& folder) {
     }
 }
 
+// The link, never what it names: the system's own call, or under Wine the Unix one.
+bool RemoveLinkItself(const std::u16string& link, BOOL(WINAPI* systemRemove)(LPCWSTR)) {
+    const UnixFileName unixName = WineUnixFileName();
+    if (unixName == nullptr) {
+        return systemRemove(Wide(u"\\\\?\\" + link)) != 0;
+    }
+    char* unixLink = unixName(Wide(link));
+    const bool removed = unixLink != nullptr && LinuxUnlink(unixLink) == 0;
+    HeapFree(GetProcessHeap(), 0, unixLink);
+    return removed;
+}
+
 bool IsReparsePoint(const std::u16string& path) {
     const DWORD attributes = GetFileAttributesW(Wide(path));
     return attributes != INVALID_FILE_ATTRIBUTES &&
@@ -125,27 +137,13 @@ bool MakeLink(const std::u16string& link, const std::u16string& target, DWORD ki
 
 bool RemoveFileLink(const std::u16string& link) {
     // Under Wine through the Unix call only: its DeleteFileW on a link deletes the file it names.
-    const UnixFileName unixName = WineUnixFileName();
-    if (unixName == nullptr) {
-        return DeleteFileW(Wide(u"\\\\?\\" + link)) != 0;
-    }
-    char* unixLink = unixName(Wide(link));
-    const bool removed = unixLink != nullptr && LinuxUnlink(unixLink) == 0;
-    HeapFree(GetProcessHeap(), 0, unixLink);
-    return removed;
+    return RemoveLinkItself(link, DeleteFileW);
 }
 
 bool RemoveFolderLink(const std::u16string& link) {
     // Under Wine through the Unix call only: its RemoveDirectoryW on a link to an empty folder
     // removes that folder and leaves the link.
-    const UnixFileName unixName = WineUnixFileName();
-    if (unixName == nullptr) {
-        return RemoveDirectoryW(Wide(u"\\\\?\\" + link)) != 0;
-    }
-    char* unixLink = unixName(Wide(link));
-    const bool removed = unixLink != nullptr && LinuxUnlink(unixLink) == 0;
-    HeapFree(GetProcessHeap(), 0, unixLink);
-    return removed;
+    return RemoveLinkItself(link, RemoveDirectoryW);
 }
 
 bool SystemRemovesFolderLinks(const std::u16string& scratch, std::string& why) {

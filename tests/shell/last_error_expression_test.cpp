@@ -5,26 +5,11 @@
 #include <climits>
 #include <string>
 
-#include "core/evaluate.h"
-#include "core/function_registry.h"
-#include "core/session.h"
+#include "host_core/calc_test_support.h"
 #include "shell/extension_version.h"
 #include "shell/last_error_expression.h"
 
 namespace {
-
-// No database, no plug-in functions: the engine and one session's globals.
-class GlobalsOnly : public fmhost::EvalContext {
-  public:
-    fmhost::Session& GetSession() override { return session; }
-    const fmhost::FunctionRegistry* Functions() const override { return &registry; }
-    fmhost::ErrorCode GetValue(fmhost::GetFunction, fmhost::Value&) override {
-        return fmhost::kErrNoDatabase;
-    }
-
-    fmhost::Session session;
-    fmhost::FunctionRegistry registry;
-};
 
 TEST(LastErrorExpression, IsTheLetOfBothGlobals) {
     EXPECT_EQ(fmlib::LastErrorExpression(-50, "Not enough parameters"),
@@ -61,15 +46,16 @@ TEST(LastErrorExpression, EveryMessageReadsBackAsDocumented) {
         {INT16_MAX, "/* not a comment */ // nor this", u"/* not a comment */ // nor this"},
     };
     for (const auto& c : cases) {
-        GlobalsOnly context;
+        fmhost::calc_test::TestContext context;
         fmhost::Value value;
         ASSERT_EQ(fmhost::Evaluate(fmlib::LastErrorExpression(c.code, c.message), context, value),
                   fmhost::kNoError)
             << c.message;
         EXPECT_EQ(value.AsText().ToUtf8(), "");
-        EXPECT_EQ(context.session.GetGlobal(u"VFile_LastError").AsText().ToUtf8(),
+        EXPECT_EQ(context.GetSession().GetGlobal(u"VFile_LastError").AsText().ToUtf8(),
                   std::to_string(c.code));
-        EXPECT_EQ(context.session.GetGlobal(u"VFile_LastErrorMessage").AsText().Chars(), c.readBack)
+        EXPECT_EQ(context.GetSession().GetGlobal(u"VFile_LastErrorMessage").AsText().Chars(),
+                  c.readBack)
             << c.message;
     }
 }
