@@ -128,5 +128,29 @@ TEST_F(Links, ZipStoresALinkAsAnEmptyFolderAndEnds) {
     expectOutsideUntouched();
 }
 
+// A read and a size are taken from the file opened, never from the path: on Windows the path's
+// own attributes describe a file link itself (size 0), so a read gave "" and "size" 0.
+using FileLinks = SafetyTest;
+
+TEST_F(FileLinks, AreReadAndMeasuredAsTheFileTheyPointAt) {
+    writeFile(u"target.txt", "sixteen bytes!!!");
+    const std::u16string link = path(u"link.txt");
+    if (!MakeFileLink(link, path(u"target.txt"))) {
+        GTEST_SKIP() << "no file links can be made here";
+    }
+    WIN32_FILE_ATTRIBUTE_DATA byPath{};
+    GetFileAttributesExW(Wide(link), GetFileExInfoStandard, &byPath);
+    EXPECT_EQ(evaluate(uR"(VFile_Read( "link.txt" ))"), "sixteen bytes!!!");
+    EXPECT_EQ(evaluate(uR"(VFile_Read( "link.txt" ; 8 ; 5 ; "utf-8" ))"), "bytes");
+    EXPECT_EQ(evaluate(uR"(VFile_Get( "size" ; "link.txt" ))"), "16");
+    ASSERT_TRUE(RemoveFileLink(link));
+    EXPECT_EQ(readFile(u"target.txt"), "sixteen bytes!!!");
+    if ((byPath.dwFileAttributes & FILE_ATTRIBUTE_REPARSE_POINT) == 0 &&
+        byPath.nFileSizeLow == 16) {
+        GTEST_SKIP() << "this system describes a file link by the file it names (Wine's Unix "
+                        "links), so a size taken from the path was right here too";
+    }
+}
+
 }  // namespace
 }  // namespace safety_test

@@ -56,6 +56,18 @@ void RemoveLinksBelow(const std::u16string& folder) {
     }
 }
 
+// The link, never what it names: the system's own call, or under Wine the Unix one.
+bool RemoveLinkItself(const std::u16string& link, BOOL(WINAPI* systemRemove)(LPCWSTR)) {
+    const UnixFileName unixName = WineUnixFileName();
+    if (unixName == nullptr) {
+        return systemRemove(Wide(u"\\\\?\\" + link)) != 0;
+    }
+    char* unixLink = unixName(Wide(link));
+    const bool removed = unixLink != nullptr && LinuxUnlink(unixLink) == 0;
+    HeapFree(GetProcessHeap(), 0, unixLink);
+    return removed;
+}
+
 bool IsReparsePoint(const std::u16string& path) {
     const DWORD attributes = GetFileAttributesW(Wide(path));
     return attributes != INVALID_FILE_ATTRIBUTES &&
@@ -155,10 +167,17 @@ slib::UniqueFileHandle Hold(const std::u16string& path, DWORD access, DWORD shar
 }
 
 bool MakeFolderLink(const std::u16string& link, const std::u16string& target) {
-    if (CreateSymbolicLinkW(
-            Wide(link), Wide(target),
-            SYMBOLIC_LINK_FLAG_DIRECTORY | SYMBOLIC_LINK_FLAG_ALLOW_UNPRIVILEGED_CREATE) &&
-        IsReparsePoint(link)) {
+    return MakeLink(link, target, SYMBOLIC_LINK_FLAG_DIRECTORY) && IsReparsePoint(link);
+}
+
+bool MakeFileLink(const std::u16string& link, const std::u16string& target) {
+    return MakeLink(link, target, 0);
+}
+
+bool MakeLink(const std::u16string& link, const std::u16string& target, DWORD kind) {
+    if (CreateSymbolicLinkW(Wide(link), Wide(target),
+                            kind | SYMBOLIC_LINK_FLAG_ALLOW_UNPRIVILEGED_CREATE) &&
+        GetFileAttributesW(Wide(link)) != INVALID_FILE_ATTRIBUTES) {
         return true;
     }
     const UnixFileName unixName = WineUnixFileName();
@@ -171,20 +190,18 @@ bool MakeFolderLink(const std::u16string& link, const std::u16string& target) {
         unixTarget != nullptr && unixLink != nullptr && LinuxSymlink(unixTarget, unixLink) == 0;
     HeapFree(GetProcessHeap(), 0, unixTarget);
     HeapFree(GetProcessHeap(), 0, unixLink);
-    return made && IsReparsePoint(link);
+    return made && GetFileAttributesW(Wide(link)) != INVALID_FILE_ATTRIBUTES;
+}
+
+bool RemoveFileLink(const std::u16string& link) {
+    // Under Wine through the Unix call only: its DeleteFileW on a link deletes the file it names.
+    return RemoveLinkItself(link, DeleteFileW);
 }
 
 bool RemoveFolderLink(const std::u16string& link) {
     // Under Wine through the Unix call only: its RemoveDirectoryW on a link to an empty folder
     // removes that folder and leaves the link.
-    const UnixFileName unixName = WineUnixFileName();
-    if (unixName == nullptr) {
-        return RemoveDirectoryW(Wide(u"\\\\?\\" + link)) != 0;
-    }
-    char* unixLink = unixName(Wide(link));
-    const bool removed = unixLink != nullptr && LinuxUnlink(unixLink) == 0;
-    HeapFree(GetProcessHeap(), 0, unixLink);
-    return removed;
+    return RemoveLinkItself(link, RemoveDirectoryW);
 }
 
 bool SystemRemovesFolderLinks(const std::u16string& scratch, std::string& why) {

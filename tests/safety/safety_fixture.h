@@ -28,6 +28,14 @@ slib::UniqueFileHandle Hold(const std::u16string& path, DWORD access, DWORD shar
 // point). False when neither is possible here.
 bool MakeFolderLink(const std::u16string& link, const std::u16string& target);
 
+// `link` a symbolic link to the file `target`, made the same way. Wine shows such a link as the
+// file it names (no reparse point).
+bool MakeFileLink(const std::u16string& link, const std::u16string& target);
+// Either: `kind` SYMBOLIC_LINK_FLAG_DIRECTORY or 0; true when something is there afterwards.
+bool MakeLink(const std::u16string& link, const std::u16string& target, DWORD kind);
+// Removes the file link `link` itself (never the file it names).
+bool RemoveFileLink(const std::u16string& link);
+
 // Removes the folder link `link` itself: RemoveDirectoryW; under Wine, whose call takes the link
 // for its target folder, the Unix call. False when it did not work.
 bool RemoveFolderLink(const std::u16string& link);
