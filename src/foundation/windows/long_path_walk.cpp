@@ -32,10 +32,10 @@ namespace {
 // recursion's stack small whatever the links do.
 constexpr int kMaxDepth = 1000;
 
-// What each walk opens an item with: enough to list a folder, to read its kind and its id, and
-// for removals to delete it and clear its read-only mark.
+// What each walk opens an item with: enough to list a folder and to read its kind and its id, and
+// for removals to rename or delete it.
 constexpr DWORD kLook = FILE_READ_ATTRIBUTES;
-constexpr DWORD kRemove = DELETE | FILE_READ_ATTRIBUTES | FILE_WRITE_ATTRIBUTES;
+constexpr DWORD kRemove = kRemovalAccess;
 
 // The item the tree changed under us: what was listed is not what was opened.
 constexpr DWORD kChangedMeanwhile = ERROR_CANT_ACCESS_FILE;
