@@ -1,10 +1,8 @@
 #include "foundation/windows/open_file_copy.h"
 
-#include <optional>
 #include <vector>
 
 #include "foundation/windows/file_sharing.h"
-#include "foundation/windows/item_identity.h"
 #include "foundation/windows/open_items.h"
 #include "foundation/windows/unique_handles.h"
 #include "foundation/windows/wide_text.h"
@@ -106,27 +104,11 @@ bool TakeOver(HANDLE to, const FILE_BASIC_INFO& source) {
     return SetFileInformationByHandle(to, FileBasicInfo, &basic, sizeof basic) != 0;
 }
 
-// The open file `source` again, to read its bytes. The system reopens the very item the handle
-// holds (Wine follows the name it was opened by instead): what it opened must be that item.
-UniqueFileHandle OpenToRead(HANDLE source) {
-    UniqueFileHandle reader(ReOpenFile(source, FILE_READ_DATA | FILE_READ_ATTRIBUTES,
-                                       ShareModeFor(FileUse::kRead), FILE_FLAG_SEQUENTIAL_SCAN));
-    if (!reader.valid()) {
-        return reader;
-    }
-    const std::optional<ItemIdentity> checked = IdentityOf(source);
-    const std::optional<ItemIdentity> opened = IdentityOf(reader.get());
-    if (!checked || !opened || *checked != *opened) {
-        SetLastError(ERROR_CANT_ACCESS_FILE);
-        return UniqueFileHandle();
-    }
-    return reader;
-}
-
 }  // namespace
 
 bool CopyOpenFile(HANDLE source, const std::u16string& systemTarget) {
-    const UniqueFileHandle reader = OpenToRead(source);
+    const UniqueFileHandle reader =
+        ReopenItem(source, FILE_READ_DATA | FILE_READ_ATTRIBUTES, FILE_FLAG_SEQUENTIAL_SCAN);
     FILE_BASIC_INFO basic = {};
     if (!reader.valid() ||
         !GetFileInformationByHandleEx(reader.get(), FileBasicInfo, &basic, sizeof basic)) {

@@ -3,6 +3,9 @@
 #include <winternl.h>
 
 #include <cstring>
+#include <optional>
+
+#include "foundation/windows/item_identity.h"
 
 namespace slib {
 
@@ -91,6 +94,20 @@ UniqueFileHandle OpenChild(HANDLE folder, const std::u16string& name, DWORD acce
     return child;
 }
 
+UniqueFileHandle ReopenItem(HANDLE item, DWORD access, DWORD flags) {
+    UniqueFileHandle again(ReOpenFile(item, access, kShareAll, flags));
+    if (!again.valid()) {
+        return again;
+    }
+    const std::optional<ItemIdentity> held = IdentityOf(item);
+    const std::optional<ItemIdentity> opened = IdentityOf(again.get());
+    if (!held || !opened || *held != *opened) {
+        SetLastError(ERROR_CANT_ACCESS_FILE);
+        return UniqueFileHandle();
+    }
+    return again;
+}
+
 bool AttributesOfOpen(HANDLE item, DWORD& attributes, DWORD& reparseTag) {
     FILE_ATTRIBUTE_TAG_INFO info = {};
     if (!GetFileInformationByHandleEx(item, FileAttributeTagInfo, &info, sizeof info)) {
@@ -135,9 +152,8 @@ bool DeleteOpenItem(HANDLE item) {
     // Clearing the mark takes FILE_WRITE_ATTRIBUTES, asked of this very item (never again by its
     // path) only now that it is needed. A system that refuses that second open may still take
     // the change through the first handle; one that checks the handle's access refuses it there.
-    const UniqueFileHandle writer(
-        ReOpenFile(item, FILE_WRITE_ATTRIBUTES, kShareAll,
-                   FILE_FLAG_BACKUP_SEMANTICS | FILE_FLAG_OPEN_REPARSE_POINT));
+    const UniqueFileHandle writer = ReopenItem(
+        item, FILE_WRITE_ATTRIBUTES, FILE_FLAG_BACKUP_SEMANTICS | FILE_FLAG_OPEN_REPARSE_POINT);
     const HANDLE attributeWriter = writer.valid() ? writer.get() : item;
     const DWORD attributes = basic.FileAttributes;
     if (!SetAttributesOfOpen(attributeWriter, attributes & ~FILE_ATTRIBUTE_READONLY)) {

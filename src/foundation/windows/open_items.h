@@ -42,6 +42,11 @@ long OpenNative(HANDLE folder, const std::u16string& name, DWORD access, ChildOp
 UniqueFileHandle OpenChild(HANDLE folder, const std::u16string& name, DWORD access,
                            ChildOpen how = ChildOpen::kExisting);
 
+// A second handle to the open item with `access` and `flags` (ReOpenFile), sharing everything, and
+// never another item: Wine reopens the name the first was opened by, which may name another item
+// by now. Invalid with GetLastError() set on failure, ERROR_CANT_ACCESS_FILE for another item.
+UniqueFileHandle ReopenItem(HANDLE item, DWORD access, DWORD flags);
+
 // The attributes and reparse tag the open item has now.
 bool AttributesOfOpen(HANDLE item, DWORD& attributes, DWORD& reparseTag);
 
