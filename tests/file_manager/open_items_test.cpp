@@ -75,12 +75,11 @@ TEST_F(OpenItems, AnEntrySwappedAfterTheListingIsNotTheItemListed) {
 
 TEST_F(OpenItems, DeletesThroughTheHandleReadOnlyFilesTooButNoFullFolder) {
     ASSERT_TRUE(SetFileAttributesW(Wide(path(u"box\\file.txt")), FILE_ATTRIBUTE_READONLY));
-    const DWORD remove = DELETE | FILE_READ_ATTRIBUTES | FILE_WRITE_ATTRIBUTES;
     {
-        const UniqueFileHandle file = OpenChild(box_.get(), u"file.txt", remove);
+        const UniqueFileHandle file = OpenChild(box_.get(), u"file.txt", kRemovalAccess);
         ASSERT_TRUE(file.valid());
         EXPECT_TRUE(DeleteOpenItem(file.get()));
-        const UniqueFileHandle sub = OpenChild(box_.get(), u"sub", remove);
+        const UniqueFileHandle sub = OpenChild(box_.get(), u"sub", kRemovalAccess);
         ASSERT_TRUE(sub.valid());
         EXPECT_FALSE(DeleteOpenItem(sub.get()));
         EXPECT_EQ(GetLastError(), static_cast<DWORD>(ERROR_DIR_NOT_EMPTY));

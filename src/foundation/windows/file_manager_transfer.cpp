@@ -8,22 +8,17 @@
 // windows.h first: the other system headers build on its types.
 #include <windows.h>
 
-#include <shellapi.h>
-
-#include <cwchar>
 #include <string>
-#include <vector>
 
 #include "foundation/error_codes.h"
 #include "foundation/exception.h"
 #include "foundation/file_manager.h"
-#include "foundation/shell_operation_code.h"
 #include "foundation/windows/file_manager_handles.h"
 #include "foundation/windows/item_identity.h"
 #include "foundation/windows/kept_items.h"
 #include "foundation/windows/long_path_walk.h"
 #include "foundation/windows/open_items.h"
-#include "foundation/windows/shell_dialog_flags.h"
+#include "foundation/windows/shell_file_operation.h"
 
 namespace slib {
 
@@ -31,49 +26,9 @@ using file_manager_detail::Wide;
 
 namespace {
 
-// The shell's list form of one path: the path, then two terminating zeros. No long-path prefix,
-// which the shell does not accept. The path ends at its first zero, as the checks saw it: an
-// embedded zero must not smuggle a second, unchecked item into the list.
-std::vector<wchar_t> ShellList(const String& path) {
-    const wchar_t* text = path.wide();
-    std::vector<wchar_t> list(text, text + wcslen(text));
-    list.push_back(L'\0');
-    list.push_back(L'\0');
-    return list;
-}
-
-// Outcome of one shell file operation: its return value and whether it reported anything
-// aborted. The thread's last error is no part of it: the shell does not promise to set it.
-struct ShellOutcome {
-    int result;
-    BOOL aborted;
-    bool failed() const { return result != 0 || aborted; }
-};
-
-ShellOutcome RunShellOperation(UINT operation, const String& source, const String* destination) {
-    std::vector<wchar_t> from = ShellList(source);
-    std::vector<wchar_t> to;
-    if (destination != nullptr) {
-        to = ShellList(*destination);
-    }
-    SHFILEOPSTRUCTW request = {};
-    request.hwnd = nullptr;
-    request.wFunc = operation;
-    request.pFrom = from.data();
-    request.pTo = destination != nullptr ? to.data() : nullptr;
-    request.fFlags = FileOperationFlags();
-    request.fAnyOperationsAborted = FALSE;
-    request.hNameMappings = nullptr;
-    request.lpszProgressTitle = nullptr;
-    const int result = SHFileOperationW(&request);
-    return ShellOutcome{result, request.fAnyOperationsAborted};
-}
-
-// The code comes from the shell's own return value (its documented failure numbers), never from
-// GetLastError(), which its documentation says not to use with it; an operation that reports
-// parts aborted but returned 0 answers -36. A failed operation is never reported as success.
+// A failed operation is never reported as success: its code is the shell's own answer's.
 [[noreturn]] void ThrowShellFailure(const char* message, const ShellOutcome& outcome) {
-    Throw(outcome.result != 0 ? ShellOperationCode(outcome.result) : kIoError, message);
+    Throw(ShellOutcomeCode(outcome), message);
 }
 
 // A shell that reports success for what it did not do (Wine's does, for a move it could not

@@ -19,6 +19,7 @@
 #include "foundation/windows/item_identity.h"
 #include "foundation/windows/link_entries.h"
 #include "foundation/windows/long_path_walk.h"
+#include "foundation/windows/open_file_copy.h"
 #include "foundation/windows/open_items.h"
 
 namespace slib {
@@ -32,10 +33,10 @@ namespace {
 // recursion's stack small whatever the links do.
 constexpr int kMaxDepth = 1000;
 
-// What each walk opens an item with: enough to list a folder, to read its kind and its id, and
-// for removals to delete it and clear its read-only mark.
+// What each walk opens an item with: enough to list a folder and to read its kind and its id, and
+// for removals to rename or delete it.
 constexpr DWORD kLook = FILE_READ_ATTRIBUTES;
-constexpr DWORD kRemove = DELETE | FILE_READ_ATTRIBUTES | FILE_WRITE_ATTRIBUTES;
+constexpr DWORD kRemove = kRemovalAccess;
 
 // The item the tree changed under us: what was listed is not what was opened.
 constexpr DWORD kChangedMeanwhile = ERROR_CANT_ACCESS_FILE;
@@ -140,8 +141,8 @@ DWORD AttributesOf(const std::u16string& longPath) {
     return GetFileAttributesW(Wide(longPath));
 }
 
-// The shell replaces read-only and hidden items without asking; CopyFileExW refuses a hidden or
-// read-only target.
+// The shell replaces read-only and hidden items without asking; the system refuses to replace a
+// hidden or read-only file.
 void MakeReplaceable(const std::u16string& longPath) {
     const DWORD refused = FILE_ATTRIBUTE_READONLY | FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_SYSTEM;
     const DWORD attributes = AttributesOf(longPath);
@@ -150,11 +151,10 @@ void MakeReplaceable(const std::u16string& longPath) {
     }
 }
 
-void CopyFileOver(const std::u16string& from, const std::u16string& to, const char* message) {
+// The bytes come from the open file the walk checked, not from its path.
+void CopyFileOver(const OpenItem& from, const std::u16string& to, const char* message) {
     MakeReplaceable(to);
-    if (!RetryWhileBusy(from, [&] {
-            return CopyFileExW(Wide(from), Wide(to), nullptr, nullptr, nullptr, 0) != 0;
-        })) {
+    if (!RetryWhileBusy(from.path, [&] { return CopyOpenFile(from.handle.get(), to); })) {
         ThrowLastError(message, GetLastError());
     }
 }
@@ -191,7 +191,7 @@ void CopyOpen(const OpenItem& from, const OpenItem* toParent, const std::u16stri
               const std::u16string& to, int depth, const char* message) {
     CheckDepth(depth, message);
     if (!from.folder) {
-        CopyFileOver(from.path, to, message);
+        CopyFileOver(from, to, message);
         return;
     }
     const OpenItem target = OpenTargetFolder(toParent, toName, to, message);

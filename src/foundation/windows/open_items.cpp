@@ -3,6 +3,9 @@
 #include <winternl.h>
 
 #include <cstring>
+#include <optional>
+
+#include "foundation/windows/item_identity.h"
 
 namespace slib {
 
@@ -21,6 +24,13 @@ constexpr auto kFileDispositionInfoEx = static_cast<FILE_INFO_BY_HANDLE_CLASS>(2
 constexpr DWORD kDispositionDelete = 0x1;
 constexpr DWORD kDispositionPosixSemantics = 0x2;
 constexpr DWORD kDispositionIgnoreReadOnly = 0x10;
+
+// Gives the item open through `writer` these attributes, its times untouched (0 keeps a time).
+bool SetAttributesOfOpen(HANDLE writer, DWORD attributes) {
+    FILE_BASIC_INFO basic = {};
+    basic.FileAttributes = attributes == 0 ? FILE_ATTRIBUTE_NORMAL : attributes;
+    return SetFileInformationByHandle(writer, FileBasicInfo, &basic, sizeof basic) != 0;
+}
 
 }  // namespace
 
@@ -84,6 +94,20 @@ UniqueFileHandle OpenChild(HANDLE folder, const std::u16string& name, DWORD acce
     return child;
 }
 
+UniqueFileHandle ReopenItem(HANDLE item, DWORD access, DWORD flags) {
+    UniqueFileHandle again(ReOpenFile(item, access, kShareAll, flags));
+    if (!again.valid()) {
+        return again;
+    }
+    const std::optional<ItemIdentity> held = IdentityOf(item);
+    const std::optional<ItemIdentity> opened = IdentityOf(again.get());
+    if (!held || !opened || *held != *opened) {
+        SetLastError(ERROR_CANT_ACCESS_FILE);
+        return UniqueFileHandle();
+    }
+    return again;
+}
+
 bool AttributesOfOpen(HANDLE item, DWORD& attributes, DWORD& reparseTag) {
     FILE_ATTRIBUTE_TAG_INFO info = {};
     if (!GetFileInformationByHandleEx(item, FileAttributeTagInfo, &info, sizeof info)) {
@@ -125,19 +149,24 @@ bool DeleteOpenItem(HANDLE item) {
         SetLastError(error);
         return false;
     }
-    // Only the read-only mark goes; 0 in a field keeps what the item has.
-    basic.CreationTime.QuadPart = basic.LastAccessTime.QuadPart = 0;
-    basic.LastWriteTime.QuadPart = basic.ChangeTime.QuadPart = 0;
-    basic.FileAttributes &= ~FILE_ATTRIBUTE_READONLY;
-    if (basic.FileAttributes == 0) {
-        basic.FileAttributes = FILE_ATTRIBUTE_NORMAL;
-    }
-    if (!SetFileInformationByHandle(item, FileBasicInfo, &basic, sizeof basic)) {
+    // Clearing the mark takes FILE_WRITE_ATTRIBUTES, asked of this very item (never again by its
+    // path) only now that it is needed. A system that refuses that second open may still take
+    // the change through the first handle; one that checks the handle's access refuses it there.
+    const UniqueFileHandle writer = ReopenItem(
+        item, FILE_WRITE_ATTRIBUTES, FILE_FLAG_BACKUP_SEMANTICS | FILE_FLAG_OPEN_REPARSE_POINT);
+    const HANDLE attributeWriter = writer.valid() ? writer.get() : item;
+    const DWORD attributes = basic.FileAttributes;
+    if (!SetAttributesOfOpen(attributeWriter, attributes & ~FILE_ATTRIBUTE_READONLY)) {
         SetLastError(error);
         return false;
     }
-    return SetFileInformationByHandle(item, FileDispositionInfo, &disposition,
-                                      sizeof disposition) != 0;
+    if (SetFileInformationByHandle(item, FileDispositionInfo, &disposition, sizeof disposition)) {
+        return true;
+    }
+    const DWORD failure = GetLastError();
+    SetAttributesOfOpen(attributeWriter, attributes);
+    SetLastError(failure);
+    return false;
 }
 
 }  // namespace slib

@@ -42,14 +42,25 @@ long OpenNative(HANDLE folder, const std::u16string& name, DWORD access, ChildOp
 UniqueFileHandle OpenChild(HANDLE folder, const std::u16string& name, DWORD access,
                            ChildOpen how = ChildOpen::kExisting);
 
+// A second handle to the open item with `access` and `flags` (ReOpenFile), sharing everything, and
+// never another item: Wine reopens the name the first was opened by, which may name another item
+// by now. Invalid with GetLastError() set on failure, ERROR_CANT_ACCESS_FILE for another item.
+UniqueFileHandle ReopenItem(HANDLE item, DWORD access, DWORD flags);
+
 // The attributes and reparse tag the open item has now.
 bool AttributesOfOpen(HANDLE item, DWORD& attributes, DWORD& reparseTag);
+
+// What an item to be renamed or deleted through its handle is opened with, and no more: a user who
+// may delete an item but not change its attributes can still remove it, and a read-only file can
+// be opened where the system refuses write access of any kind to it.
+constexpr DWORD kRemovalAccess = DELETE | FILE_READ_ATTRIBUTES;
 
 // Renames the open item (opened with DELETE) to `systemTarget`, a full path in long form.
 bool RenameOpenItem(HANDLE item, const std::u16string& systemTarget, bool replaceExisting);
 
-// Deletes the open item (opened with DELETE | FILE_WRITE_ATTRIBUTES): it is gone when the last
-// handle to it closes. A read-only item is deleted too, as the shell does. A folder must be empty.
+// Deletes the open item (opened with kRemovalAccess): it is gone when the last handle to it
+// closes. A read-only item is deleted too, as the shell does; its mark stays when the delete still
+// fails. A folder must be empty.
 bool DeleteOpenItem(HANDLE item);
 
 }  // namespace slib
