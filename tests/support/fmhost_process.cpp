@@ -75,8 +75,14 @@ void Drain(HANDLE pipe, HANDLE process, std::string& into) {
     char buffer[4096];
     for (;;) {
         DWORD available = 0;
-        if (!PeekNamedPipe(pipe, nullptr, 0, nullptr, &available, nullptr))
-            return;  // every write end is closed
+        if (!PeekNamedPipe(pipe, nullptr, 0, nullptr, &available, nullptr)) {
+            // Every write end is closed. Wine then fails the peek even while the pipe still holds
+            // what the child wrote before it exited; reads take that and end, never blocking.
+            DWORD got = 0;
+            while (ReadFile(pipe, buffer, sizeof(buffer), &got, nullptr) && got != 0)
+                into.append(buffer, got);
+            return;
+        }
         if (available == 0) {
             // Once it has exited, all it wrote is in the pipe.
             if (WaitForSingleObject(process, kPollMs) == WAIT_OBJECT_0 &&

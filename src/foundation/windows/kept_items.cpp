@@ -53,6 +53,14 @@ std::vector<std::u16string> FolderChain(const std::u16string& path) {
     return chain;
 }
 
+bool SameTextIgnoringCase(const std::u16string& a, const std::u16string& b) {
+    return a.size() == b.size() &&
+           CompareStringOrdinal(reinterpret_cast<const wchar_t*>(a.data()),
+                                static_cast<int>(a.size()),
+                                reinterpret_cast<const wchar_t*>(b.data()),
+                                static_cast<int>(b.size()), TRUE) == CSTR_EQUAL;
+}
+
 void AddChainIdentities(const std::u16string& path, std::vector<ItemIdentity>& identities) {
     for (const std::u16string& folder : FolderChain(path)) {
         for (const ItemIdentity& identity : IdentitiesOfPath(long_path::LongForm(folder))) {
@@ -78,6 +86,14 @@ bool IsVolumeRoot(const std::u16string& path) {
 }
 
 bool IsOrHolds(const std::u16string& path, const std::u16string& folder) {
+    // The text alone settles the plain case, so a busy system that cannot open an item for its
+    // identity at that moment never lets the database's own folder through.
+    const std::u16string normal = NormalizePath(path);
+    for (const std::u16string& holder : FolderChain(folder)) {
+        if (SameTextIgnoringCase(holder, normal)) {
+            return true;
+        }
+    }
     const std::vector<ItemIdentity> candidates = IdentitiesOfPath(long_path::LongForm(path));
     if (candidates.empty()) {
         return false;
