@@ -17,10 +17,12 @@ namespace fmhost {
 class Session {
   public:
     Session();
+    // A session the host names itself (ids may be reused once a session has ended).
+    explicit Session(uint64_t id) : id_(id) {}
     Session(const Session&) = delete;
     Session& operator=(const Session&) = delete;
 
-    // Unique, never 0.
+    // Never 0; unique unless given.
     uint64_t Id() const { return id_; }
 
     // Names are given without the "$$" and matched without regard to case.

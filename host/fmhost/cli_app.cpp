@@ -46,6 +46,7 @@ class Runner {
     bool EvaluateInputs();
     void EvaluateLines(bool prompt);
     void Evaluate(const std::u16string& calculation);
+    void EndSession(uint64_t session);
     void Echo(const std::u16string& calculation);
     void Print(const Evaluation& result);
     void Shutdown();
@@ -164,9 +165,18 @@ bool Runner::EvaluateInputs() {
         return true;
     }
     for (const Input& input : options_.inputs) {
-        if (!input.isScript) {
-            Evaluate(input.value);
-            continue;
+        switch (input.kind) {
+            case Input::Kind::kCalculation:
+                Evaluate(input.value);
+                continue;
+            case Input::Kind::kSession:
+                host_.UseSession(input.session);
+                continue;
+            case Input::Kind::kEndSession:
+                EndSession(input.session);
+                continue;
+            case Input::Kind::kScript:
+                break;
         }
         std::string& content = scriptTexts_.emplace_back();
         if (!ReadWholeFile(std::wstring(input.value.begin(), input.value.end()), content)) {
@@ -245,6 +255,14 @@ void Runner::Evaluate(const std::u16string& calculation) {
     }
     for (auto& plugin : host_.Plugins())
         plugin->SendIdle(kIdleUserActive);
+}
+
+void Runner::EndSession(uint64_t session) {
+    const bool ended = host_.EndSession(session);
+    if (options_.verbose) {
+        std::fprintf(io_.err, "fmhost: session %llu %s\n", static_cast<unsigned long long>(session),
+                     ended ? "ended" : "was not open: nothing to end");
+    }
 }
 
 void Runner::Echo(const std::u16string& calculation) {

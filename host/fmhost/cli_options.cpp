@@ -49,6 +49,7 @@ ParsedOptions ParseOptions(const std::vector<std::u16string>& args) {
     };
     constexpr int64_t kShortMax = std::numeric_limits<int16_t>::max();
     constexpr int64_t kShortMin = std::numeric_limits<int16_t>::min();
+    constexpr int64_t kSessionMax = 999999999999;
     for (size_t i = 0; i < args.size(); ++i) {
         const std::u16string& arg = args[i];
         const bool hasValue = i + 1 < args.size();
@@ -82,9 +83,15 @@ ParsedOptions ParseOptions(const std::vector<std::u16string>& args) {
             o.file = FileChoice::kNetwork;
             o.fileLocation = wide(value());
         } else if (arg == u"-e" || arg == u"--evaluate") {
-            o.inputs.push_back({false, value()});
+            o.inputs.push_back({Input::Kind::kCalculation, value(), 0});
         } else if (arg == u"--script") {
-            o.inputs.push_back({true, value()});
+            o.inputs.push_back({Input::Kind::kScript, value(), 0});
+        } else if (arg == u"--session" || arg == u"--end-session") {
+            if (!ParseInteger(value(), 1, kSessionMax, a))
+                return fail(ToUtf8(arg) + " takes a session number from 1 to 999999999999");
+            o.inputs.push_back(
+                {arg == u"--session" ? Input::Kind::kSession : Input::Kind::kEndSession, u"",
+                 static_cast<uint64_t>(a)});
         } else if (arg == u"--extension-version") {
             if (!ParseInteger(value(), kShortMin, kShortMax, a)) {
                 return fail("--extension-version takes a number");
@@ -159,6 +166,12 @@ Calculations:
                             result prints on its own line, in thread order
   --warm-up N               with --verbose, the resource report starts counting after the
                             first N calculations (what a plug-in sets up once is no growth)
+
+Sessions (FileMaker Server keeps one per client; calculations start in session 1):
+  --session N               the calculations after this run in session N: its own $$globals,
+                            and the session id plug-ins read (FM_ExprEnv_SessionID)
+  --end-session N           session N ends: plug-ins that ask for it get file and session
+                            shutdown, and its globals go; the id may be used again after
 
 Fault injection:
   --fail-call N[:CODE]      in every plug-in function call, the Nth FM_ call the plug-in

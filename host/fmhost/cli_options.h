@@ -10,10 +10,13 @@ namespace fmhost::cli {
 
 enum class FileChoice { kDefault, kLocal, kNone, kNetwork };
 
-// A calculation given with -e, or a script file given with --script, in command-line order.
+// What the command line asks for, in its order: a calculation (-e), a script file (--script),
+// a switch of session (--session) or the end of one (--end-session).
 struct Input {
-    bool isScript = false;
+    enum class Kind { kCalculation, kScript, kSession, kEndSession };
+    Kind kind = Kind::kCalculation;
     std::u16string value;
+    uint64_t session = 0;
 };
 
 struct CallFault {

@@ -85,6 +85,14 @@ Plugin& Host::LoadPlugin(const std::wstring& path, int16_t extnVersion, uint8_t 
     return *plugins_.back();
 }
 
+bool Host::EndSession(uint64_t id) {
+    if (!FMHost_EndSession(id))
+        return false;
+    for (const auto& plugin : plugins_)
+        plugin->SendSessionShutdown(id);
+    return true;
+}
+
 Evaluation Host::Evaluate(const std::u16string& expression) const {
     ExprEnvPtr env(Checked([](FmxErr& err) { return FM_ExprEnv_Constructor1(err); }));
     TextPtr text = MakeText(expression);

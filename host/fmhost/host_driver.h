@@ -53,6 +53,7 @@ class Plugin {
     std::u16string Options() const { return String(131); }
 
     bool SendIdle(uint8_t level) { return FMHost_SendIdle(handle_, level) != 0; }
+    bool SendSessionShutdown(uint64_t id) { return FMHost_SendSessionShutdown(handle_, id) != 0; }
     bool SendPreferences() { return FMHost_SendPreferences(handle_) != 0; }
     // Shutdown messages and unloading; the destructor does it too.
     void Unload();
@@ -77,6 +78,12 @@ class Host {
     Plugin& LoadPlugin(const std::wstring& path, int16_t extnVersion = 77,
                        uint8_t applicationKind = 1);
     std::vector<std::unique_ptr<Plugin>>& Plugins() { return plugins_; }
+
+    // Calculations after this run in session `id` (not 0), started when new.
+    bool UseSession(uint64_t id) { return FMHost_UseSession(id) == 0; }
+    // Session shutdown to every plug-in (those that ask for it), then the session is forgotten;
+    // false when it was not open.
+    bool EndSession(uint64_t id);
 
     void FailCall(uint32_t n, int32_t code, int32_t mode) { FMHost_FailCall(n, code, mode); }
     void FailRegistration(int16_t id, int16_t error) { FMHost_FailRegistration(id, error); }

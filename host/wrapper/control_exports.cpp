@@ -68,6 +68,25 @@ void FMHost_Reset(void) {
     }
 }
 
+int32_t FMHost_UseSession(uint64_t id) {
+    if (id == 0)
+        return -1;
+    try {
+        HostRuntime::Instance().UseSession(id);
+        return 0;
+    } catch (...) {
+        return -1;
+    }
+}
+
+int32_t FMHost_EndSession(uint64_t id) {
+    try {
+        return HostRuntime::Instance().EndSession(id) ? 1 : 0;
+    } catch (...) {
+        return 0;
+    }
+}
+
 void FMHost_SetApplicationVersion(const wchar_t* version) {
     if (version == nullptr)
         return;
@@ -197,6 +216,14 @@ int32_t FMHost_SendIdle(FmhostPlugin* plugin, uint8_t level) {
 int32_t FMHost_SendPreferences(FmhostPlugin* plugin) {
     try {
         return plugin && plugin->loaded->SendPreferences() ? 1 : 0;
+    } catch (...) {
+        return 0;
+    }
+}
+
+int32_t FMHost_SendSessionShutdown(FmhostPlugin* plugin, uint64_t id) {
+    try {
+        return plugin && plugin->loaded->SendSessionShutdown(id) ? 1 : 0;
     } catch (...) {
         return 0;
     }

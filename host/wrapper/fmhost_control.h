@@ -59,8 +59,15 @@ struct FmhostRegistration {
 
 struct FmhostPlugin;
 
-// Default settings, a new session (no globals), no faults, an empty registration log.
+// Default settings, session 1 alone (no globals), no faults, an empty registration log.
 FMHOST_CONTROL_API void FMHost_Reset(void);
+// Sessions, as FileMaker Server keeps one per client: calculations run in the current one, which
+// FMHost_UseSession chooses (starting session `id` when it is not open); -1 for id 0. Only
+// between calculations.
+FMHOST_CONTROL_API int32_t FMHost_UseSession(uint64_t id);
+// Forgets session `id` and its globals (the current one goes on afresh under the same id): 1,
+// or 0 when it is not open. The plug-ins learn of it through FMHost_SendSessionShutdown.
+FMHOST_CONTROL_API int32_t FMHost_EndSession(uint64_t id);
 FMHOST_CONTROL_API void FMHost_SetApplicationVersion(const wchar_t* version);
 // kFmhostFileLocal: `location` is a Windows path (made absolute here); kFmhostFileNetwork: a URL
 // such as fmnet:/host/Solution.fmp12 or fmp://host/Solution.fmp12. Returns 0, or -1 when
@@ -90,6 +97,8 @@ FMHOST_CONTROL_API uint32_t FMHost_PluginString(const FmhostPlugin* plugin, int3
 // 1 when sent, 0 when the plug-in did not ask for the message.
 FMHOST_CONTROL_API int32_t FMHost_SendIdle(FmhostPlugin* plugin, uint8_t level);
 FMHOST_CONTROL_API int32_t FMHost_SendPreferences(FmhostPlugin* plugin);
+// File shutdown and session shutdown for session `id`: 1 when sent.
+FMHOST_CONTROL_API int32_t FMHost_SendSessionShutdown(FmhostPlugin* plugin, uint64_t id);
 // Sends what is due before unloading, unloads, and frees the handle.
 FMHOST_CONTROL_API void FMHost_UnloadPlugin(FmhostPlugin* plugin);
 

@@ -11,10 +11,15 @@ HostRuntime& HostRuntime::Instance() {
     return runtime;
 }
 
-HostRuntime::HostRuntime()
-    : settings_(DefaultSettings()),
-      session_(std::make_unique<fmhost::Session>()),
-      registrations_(registry_) {}
+namespace {
+
+constexpr uint64_t kFirstSession = 1;
+
+}  // namespace
+
+HostRuntime::HostRuntime() : settings_(DefaultSettings()), registrations_(registry_) {
+    UseSession(kFirstSession);
+}
 
 // Like a new database of the host: "Untitled.fmp12" in the current folder (it need not exist).
 HostSettings HostRuntime::DefaultSettings() {
@@ -40,10 +45,49 @@ void HostRuntime::SetSettings(HostSettings settings) {
 }
 
 void HostRuntime::Reset() {
+    {
+        std::lock_guard<std::mutex> lock(mutex_);
+        settings_ = DefaultSettings();
+        sessions_.clear();
+        current_ = nullptr;
+        registrations_.ClearLog();
+    }
+    UseSession(kFirstSession);
+}
+
+fmhost::Session& HostRuntime::CurrentSession() {
     std::lock_guard<std::mutex> lock(mutex_);
-    settings_ = DefaultSettings();
-    session_ = std::make_unique<fmhost::Session>();
-    registrations_.ClearLog();
+    return *current_;
+}
+
+void HostRuntime::UseSession(uint64_t id) {
+    std::lock_guard<std::mutex> lock(mutex_);
+    std::unique_ptr<fmhost::Session>& session = sessions_[id];
+    if (!session)
+        session = std::make_unique<fmhost::Session>(id);
+    current_ = session.get();
+}
+
+bool HostRuntime::EndSession(uint64_t id) {
+    std::lock_guard<std::mutex> lock(mutex_);
+    const auto found = sessions_.find(id);
+    if (found == sessions_.end())
+        return false;
+    const bool wasCurrent = found->second.get() == current_;
+    found->second = std::make_unique<fmhost::Session>(id);
+    if (wasCurrent)
+        current_ = found->second.get();
+    else
+        sessions_.erase(found);
+    return true;
+}
+
+std::vector<uint64_t> HostRuntime::SessionIds() const {
+    std::lock_guard<std::mutex> lock(mutex_);
+    std::vector<uint64_t> ids;
+    for (const auto& entry : sessions_)
+        ids.push_back(entry.first);
+    return ids;
 }
 
 uint64_t HostRuntime::FileId() const {

@@ -1,11 +1,13 @@
-// The one emulated host of this process: its settings, its session (globals, fonts), the
-// plug-in functions known to the calculation engine and the calculation context in which
-// calculations run.
+// The one emulated host of this process: its settings, its sessions (globals, fonts; one
+// current, in which calculations run, like the clients of a server taking turns), the plug-in
+// functions known to the calculation engine and the calculation context.
 #pragma once
 
+#include <map>
 #include <memory>
 #include <mutex>
 #include <string>
+#include <vector>
 
 #include "core/eval_context.h"
 #include "core/function_registry.h"
@@ -37,11 +39,21 @@ class HostRuntime {
 
     HostSettings Settings() const;
     void SetSettings(HostSettings settings);
-    // Back to a fresh start: default settings, a new session (no globals), an empty
-    // registration log. Plug-in functions stay registered. Only while nothing is evaluating.
+    // Back to a fresh start: default settings, session 1 alone and current (no globals), an
+    // empty registration log. Plug-in functions stay registered. Only while nothing is
+    // evaluating.
     void Reset();
 
-    fmhost::Session& CurrentSession() { return *session_; }
+    fmhost::Session& CurrentSession();
+    // Makes session `id` (not 0) current, starting it when it is not open. Only between
+    // calculations.
+    void UseSession(uint64_t id);
+    // Forgets session `id` and its globals; false when it is not open. When it was the current
+    // one, calculations go on in a fresh session of the same id, as the host reuses ids. Only
+    // between calculations.
+    bool EndSession(uint64_t id);
+    // The open sessions, in order of id.
+    std::vector<uint64_t> SessionIds() const;
     fmhost::FunctionRegistry& Registry() { return registry_; }
     Registrations& Functions() { return registrations_; }
     HostContext& DefaultContext() { return context_; }
@@ -54,7 +66,8 @@ class HostRuntime {
 
     mutable std::mutex mutex_;
     HostSettings settings_;
-    std::unique_ptr<fmhost::Session> session_;
+    std::map<uint64_t, std::unique_ptr<fmhost::Session>> sessions_;
+    fmhost::Session* current_ = nullptr;
     fmhost::FunctionRegistry registry_;
     Registrations registrations_;
     HostContext context_;

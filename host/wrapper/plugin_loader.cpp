@@ -119,6 +119,14 @@ bool LoadedPlugin::SendIdle(uint8_t level) {
     return true;
 }
 
+bool LoadedPlugin::SendSessionShutdown(uint64_t sessionId) {
+    if (state_ != PluginState::kEnabled || !Wants(10))
+        return false;
+    Send(fmx::kMsgFileShutdown, 0, sessionId, HostRuntime::Instance().FileId());
+    Send(fmx::kMsgSessionShutdown, 0, sessionId, 0);
+    return true;
+}
+
 bool LoadedPlugin::SendPreferences() {
     if (state_ != PluginState::kEnabled || !Wants(6))
         return false;
@@ -129,10 +137,8 @@ bool LoadedPlugin::SendPreferences() {
 void LoadedPlugin::Unload() {
     if (state_ != PluginState::kEnabled)
         return;
-    if (Wants(10)) {
-        Send(fmx::kMsgFileShutdown, 0, SessionId(), HostRuntime::Instance().FileId());
-        Send(fmx::kMsgSessionShutdown, 0, SessionId(), 0);
-    }
+    for (const uint64_t sessionId : HostRuntime::Instance().SessionIds())
+        SendSessionShutdown(sessionId);
     if (initSent_)
         Send(fmx::kMsgShutdown, 0, 0, 0);
     purged_ += HostRuntime::Instance().Functions().PurgeModule(module_);

@@ -51,8 +51,10 @@ class LoadedPlugin {
     // False (and nothing sent) when the plug-in did not ask for the message.
     bool SendIdle(uint8_t level);
     bool SendPreferences();
-    // Session and file shutdown when asked for, shutdown when init was sent, then the module
-    // goes. Safe to call twice.
+    // File shutdown, then session shutdown, for the session `sessionId` (character 10).
+    bool SendSessionShutdown(uint64_t sessionId);
+    // Session and file shutdown for every open session when asked for, shutdown when init was
+    // sent, then the module goes. Safe to call twice.
     void Unload();
 
   private:

@@ -9,6 +9,7 @@
 #include "archive/file_writer_pool.h"
 #include "archive/read_ahead_source.h"
 #include "archive/zip_reader.h"
+#include "foundation/error_boxes.h"
 
 namespace archive {
 
@@ -30,6 +31,7 @@ void Push(ExtractStepQueue& queue, ExtractStep step) {
 // The worker: the whole reading and checking of the archive, ending in kFinished or a failure
 // handed to the queue.
 void ReadAhead(ByteSource& source, OemDecoder decodeOem, ExtractStepQueue& queue) {
+    const slib::NoErrorBoxes noBoxes;
     try {
         ReadAheadSource readAhead(source);
         ZipReader reader(readAhead, decodeOem);

@@ -6,6 +6,7 @@
 #include "bridge/resolve_path.h"
 #include "foundation/error_codes.h"
 #include "foundation/exception.h"
+#include "foundation/file_manager.h"
 #include "foundation/new_item_name.h"
 #include "shell/arguments.h"
 #include "shell/host_data.h"
@@ -41,6 +42,12 @@ std::pair<slib::String, slib::String> PathContext::sourceAndTarget(const FmxData
     fmlib::RequireTextParameter(args, 1);
     slib::String source = pathArgument(args, 0);
     return {std::move(source), newItemArgument(args, 1)};
+}
+
+void PathContext::refuseAnchorHolder(const slib::String& path, const char* message) {
+    if (!anchor().isDefaultAnchor()) {
+        slib::FileManager().refuseHolderOf(path, slib::String(anchor().text()), message);
+    }
 }
 
 }  // namespace bridge

@@ -35,6 +35,10 @@ class PathContext {
     // is a new item (newItemArgument).
     std::pair<slib::String, slib::String> sourceAndTarget(const FmxDataVect& args);
 
+    // -50 `message` when `path` is the anchor folder (the database's own) or a folder holding it:
+    // what a delete or move must never take. Nothing to refuse without an anchor folder.
+    void refuseAnchorHolder(const slib::String& path, const char* message);
+
   private:
     const FmxExprEnv& env_;
     std::optional<slib::Path> anchor_;

@@ -5,30 +5,37 @@
 namespace bridge {
 namespace {
 
-std::optional<PictureOptionMap>& Staged() {
-    static std::optional<PictureOptionMap> staged;
+std::map<uint64_t, PictureOptionMap>& Staged() {
+    static std::map<uint64_t, PictureOptionMap> staged;
     return staged;
 }
 
 }  // namespace
 
-bool StagedPictureOptions::IsEmpty() {
-    return !Staged().has_value();
+bool StagedPictureOptions::IsEmpty(uint64_t session) {
+    return Staged().count(session) == 0;
 }
 
-void StagedPictureOptions::Create() {
-    if (!Staged()) {
-        Staged().emplace();
+void StagedPictureOptions::Create(uint64_t session) {
+    Staged()[session];
+}
+
+void StagedPictureOptions::Set(uint64_t session, const std::u16string& name, double value) {
+    Staged()[session][name] = value;
+}
+
+std::optional<PictureOptionMap> StagedPictureOptions::Take(uint64_t session) {
+    const auto found = Staged().find(session);
+    if (found == Staged().end()) {
+        return std::nullopt;
     }
+    PictureOptionMap options = std::move(found->second);
+    Staged().erase(found);
+    return options;
 }
 
-void StagedPictureOptions::Set(const std::u16string& name, double value) {
-    Create();
-    (*Staged())[name] = value;
-}
-
-std::optional<PictureOptionMap> StagedPictureOptions::Take() {
-    return std::exchange(Staged(), std::nullopt);
+void StagedPictureOptions::EndSession(uint64_t session) {
+    Staged().erase(session);
 }
 
 }  // namespace bridge

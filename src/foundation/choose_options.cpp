@@ -16,14 +16,7 @@ bool IsListSeparator(char16_t unit) {
 }
 
 [[noreturn]] void ThrowUnknownOption(const std::u16string& name) {
-    std::string shown = Utf16ToUtf8(name);
-    // The message reaches the host inside a quoted text, where a double quote cannot stand.
-    for (char& byte : shown) {
-        if (byte == '"') {
-            byte = '\'';
-        }
-    }
-    Throw(kBadParameter, ("Unknown option: " + shown).c_str());
+    Throw(kBadParameter, "Unknown option: " + Utf16ToUtf8(name));
 }
 
 }  // namespace

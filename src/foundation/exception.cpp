@@ -7,10 +7,18 @@
 namespace slib {
 
 Exception::Exception(const char* message, std::shared_ptr<const Error> error)
+    : Exception(std::string(message), std::move(error)) {}
+
+Exception::Exception(std::string message, std::shared_ptr<const Error> error)
     : std::runtime_error(message),
+      message_(std::move(message)),
       error_(error ? std::move(error) : MakeBasicError(kUnclassified)) {}
 
 void Throw(int32_t code, const char* message) {
+    Throw(code, std::string(message));
+}
+
+void Throw(int32_t code, const std::string& message) {
     std::shared_ptr<Error> error = MakeBasicError(code);
     Exception exception(message, std::move(error));
     throw exception;

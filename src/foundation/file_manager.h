@@ -90,7 +90,8 @@ class FileManager : public Object {
     void createItem(const String& path, int32_t kindPosition) const;
     // The current user's profile folder, without a trailing separator.
     std::shared_ptr<const String> getHomeFolder() const;
-    // Size of a file, or the recursive total of a folder (64-bit).
+    // Size of a file as the opened file gives it (for a file link, the file it points at), or
+    // the recursive total of a folder (64-bit).
     uint64_t getItemSize(const String& path) const;
     // Recursive total of the files below a folder; an unreadable or missing folder counts 0.
     uint64_t getFolderSize(const String& path) const;
@@ -103,23 +104,34 @@ class FileManager : public Object {
     std::shared_ptr<const String> escapeForCommandLine(const String& text) const;
 
     // --- copy, move, delete (through the shell; whole trees, no recycle bin) ---
+    // Items are compared by what they are, not by their text: a subst drive, a short name, a
+    // "\\?\" or UNC form or a link of the same item is the same item.
     // -43 "Source item does not exist", then -48 "Destination item already exists" when the
-    // destination is a file. An existing destination folder receives the source inside it.
+    // destination is a file. An existing destination folder receives the source inside it. A copy
+    // into the source's own tree: -50 "Cannot copy item".
     void copyItem(const String& source, const String& destination) const;
-    // As copyItem, plus -48 when the destination folder already holds a file of the source's name.
+    // As copyItem, plus -48 when the destination folder already holds a file of the source's name;
+    // -50 "Cannot move a volume root" right after the -43 check; a destination that is the source
+    // itself under another spelling (a case-only rename) renames it in place.
     void moveItem(const String& source, const String& destination) const;
-    // -43 "Item does not exist"; otherwise removes the item and all it holds, permanently.
+    // -43 "Item does not exist", -50 "Cannot delete a volume root"; otherwise removes the item and
+    // all it holds, permanently. An item whose delete is pending (held elsewhere) counts as gone.
     void deleteItem(const String& path) const;
+    // -50 `message` when `path` names `folder` or one of the folders holding it.
+    void refuseHolderOf(const String& path, const String& folder, const char* message) const;
 
     // --- shell actions (never wait for the started program) ---
+    // The three that show something to the user fail at once where no one can see it, with the
+    // choosers' 2400 "No interactive desktop to show the dialog on".
     // Opens the file in the application associated with it.
     void openFile(const String& path) const;
-    // Starts `"application" "file"`.
+    // Starts `"application" "file"`, the application named by its long form.
     void openFileWithApplication(const String& file, const String& application) const;
     // Opens a folder window on the item's parent with the item selected.
     void revealItem(const String& path) const;
     // Starts `"application"` followed by each carriage-return separated line of `arguments`,
-    // escaped with escapeForCommandLine. An empty text passes no arguments.
+    // escaped with escapeForCommandLine; the application is named by its long form. An empty
+    // text passes no arguments. Works without a desktop too.
     void runApplication(const String& application, const String& arguments) const;
 
     // --- volumes ---
@@ -195,10 +207,12 @@ class FileManager : public Object {
         const std::vector<std::shared_ptr<const String>>& extensions) const;
 
     // --- contents (sizes are 64-bit; data moves in chunks of a few MiB) ---
-    // Up to `length` bytes from `position` (kReadToEnd: to the end). A missing or empty file
-    // gives empty data. Opening: -43 "Cannot read file" when it vanished, else -54 "Insufficent
-    // file permissions"; a result over kLargestRead bytes: -50 before anything is read; a failed
-    // pointer move or read: "Cannot read file" with the system's error.
+    // Up to `length` bytes from `position` (kReadToEnd: to the end). The size comes from the
+    // opened file and the read goes on to its real end, so neither a link nor a stale size cuts
+    // it short. A missing or empty file, or a folder, gives empty data. An open refused:
+    // -54 "Insufficent file permissions"; a result over kLargestRead bytes: -50, before anything
+    // is read when the size says so; a failed pointer move or read: "Cannot read file" with the
+    // system's error.
     std::shared_ptr<const Data> readFile(const String& path, FilePosition position,
                                          uint64_t length) const;
     std::shared_ptr<const Data> readWholeFile(const String& path) const;

@@ -2,6 +2,8 @@
 
 #include <utility>
 
+#include "foundation/error_boxes.h"
+
 namespace slib {
 
 WorkerThreads::WorkerThreads(unsigned count, const std::function<void()>& body,
@@ -9,7 +11,10 @@ WorkerThreads::WorkerThreads(unsigned count, const std::function<void()>& body,
     : stop_(std::move(stop)) {
     try {
         for (unsigned i = 0; i < count; ++i) {
-            threads_.emplace_back(body);
+            threads_.emplace_back([body] {
+                const NoErrorBoxes noBoxes;
+                body();
+            });
         }
     } catch (...) {
         stopAndJoin();

@@ -8,13 +8,14 @@
 #include "functions/handlers.h"
 #include "functions/staged_picture_copy.h"
 #include "shell/call_frame.h"
+#include "shell/host_env.h"
 #include "shell/result.h"
 
 namespace {
 
 void Copy(const fmlib::FunctionCall& call) {
     // Taken before anything can fail, so the options are gone whatever the copy's outcome.
-    if (const auto staged = bridge::StagedPictureOptions::Take()) {
+    if (const auto staged = bridge::StagedPictureOptions::Take(fmlib::ExprEnvSessionID(call.env))) {
         functions::CopyPicture(call, *staged);
         return;
     }

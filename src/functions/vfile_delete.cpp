@@ -9,7 +9,10 @@ namespace {
 
 void Delete(const fmlib::FunctionCall& call) {
     bridge::PathContext paths(call.env);
-    slib::FileManager().deleteItem(paths.pathArgument(call.args, 0));
+    const slib::String path = paths.pathArgument(call.args, 0);
+    paths.refuseAnchorHolder(path,
+                             "Cannot delete the folder of the database or a folder holding it");
+    slib::FileManager().deleteItem(path);
     fmlib::SetResultCode(call.result, 0);
 }
 

@@ -13,6 +13,8 @@ void Move(const fmlib::FunctionCall& call) {
     bridge::PathContext paths(call.env);
     const slib::String source = paths.pathArgument(call.args, 0);
     const slib::String target = paths.pathArgument(call.args, 1);
+    paths.refuseAnchorHolder(source,
+                             "Cannot move the folder of the database or a folder holding it");
     // Into an existing folder the item keeps its own name: that is the name to be made.
     slib::RequireUsableNewItem(target);
     slib::RequireUsableNewItem(

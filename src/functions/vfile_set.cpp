@@ -11,6 +11,7 @@
 #include "functions/handlers.h"
 #include "shell/call_frame.h"
 #include "shell/host_data.h"
+#include "shell/host_env.h"
 #include "shell/host_text.h"
 #include "shell/host_values.h"
 #include "shell/keyword_lookup.h"
@@ -27,14 +28,14 @@ double NumberArgument(const FmxDataVect& args, uint32_t index) {
 
 // Sizes come from arguments 2 and 3; one that is not given is not staged at all, so the
 // conversion keeps that side free (the set itself is still created).
-void StageConvert(const FmxDataVect& args) {
-    bridge::StagedPictureOptions::Create();
+void StageConvert(uint64_t session, const FmxDataVect& args) {
+    bridge::StagedPictureOptions::Create(session);
     const uint32_t count = fmlib::DataVectSize(args);
     if (count > 2) {
-        bridge::StagedPictureOptions::Set(u"width", NumberArgument(args, 2));
+        bridge::StagedPictureOptions::Set(session, u"width", NumberArgument(args, 2));
     }
     if (count > 3) {
-        bridge::StagedPictureOptions::Set(u"height", NumberArgument(args, 3));
+        bridge::StagedPictureOptions::Set(session, u"height", NumberArgument(args, 3));
     }
 }
 
@@ -73,10 +74,10 @@ void SetItemAttribute(const fmlib::FunctionCall& call) {
 void Set(const fmlib::FunctionCall& call) {
     switch (fmlib::LookupKeyword(fmlib::DataVectAtAsText(call.args, 0), kOwnSelectors)) {
         case kConvert:
-            StageConvert(call.args);
+            StageConvert(fmlib::ExprEnvSessionID(call.env), call.args);
             return;
         case kRotate:
-            bridge::StagedPictureOptions::Set(u"exif-rotate", 1);
+            bridge::StagedPictureOptions::Set(fmlib::ExprEnvSessionID(call.env), u"exif-rotate", 1);
             return;
         default:
             SetItemAttribute(call);

@@ -12,7 +12,8 @@
 //         });
 //     }
 //
-// RunInCallFrame, in this order: takes the call mutex (held until return, on every path); runs
+// RunInCallFrame, in this order: takes the call mutex (held until return, on every path) and
+// turns off the system's error boxes for the call (foundation/error_boxes.h); runs
 // the licence check when the policy says so; RequireParameters with the policy's minimum; runs
 // the body, which checks its own arguments (RequireTextParameter for each path argument, first
 // to last), performs the operation and sets the result. A failure anywhere in there is reported
@@ -25,13 +26,15 @@
 // VFile_Register): mutex, then the body; no licence check, no argument minimum. A failure there
 // sets neither the result nor the globals; the host gets kUnreportedFailure instead of an
 // exception, since nothing may cross the boundary as one. The same happens in RunInCallFrame if
-// the lock is refused or the host fails while a failure is being reported.
+// the lock is refused or the host fails (or refuses the globals) while a failure is being
+// reported: a calculation that fails is better than globals describing an older failure.
 #pragma once
 
 #include <cstdint>
 #include <exception>
 
 #include "fmx_functions.h"
+#include "foundation/error_boxes.h"
 #include "foundation/exception.h"
 #include "shell/arguments.h"
 #include "shell/call_lock.h"
@@ -70,6 +73,7 @@ FmxErrcode RunInCallFrame(const FramePolicy& policy, const FunctionCall& call,
     try {
         CallLock lock;
         CallProbe probe;
+        const slib::NoErrorBoxes noBoxes;
         try {
             if (policy.licence == Licence::kChecked) {
                 licensing::CheckLicence();
@@ -95,6 +99,7 @@ FmxErrcode RunInBareFrame(const FunctionCall& call, Body&& body) noexcept {
     try {
         CallLock lock;
         CallProbe probe;
+        const slib::NoErrorBoxes noBoxes;
         body(call);
         return 0;
     } catch (...) {

@@ -1,6 +1,7 @@
 #include "shell/error_reporting.h"
 
 #include <cstdint>
+#include <string>
 
 #include "foundation/error_codes.h"
 #include "foundation/reportable_code.h"
@@ -11,7 +12,7 @@ namespace fmlib {
 
 namespace {
 
-void Report(int32_t code, const char* message, const FmxExprEnv& env, FmxData& result,
+void Report(int32_t code, const std::string& message, const FmxExprEnv& env, FmxData& result,
             bool setResult) {
     if (setResult) {
         SetResultCode(result, code);
@@ -24,7 +25,7 @@ void Report(int32_t code, const char* message, const FmxExprEnv& env, FmxData& r
 void ReportFoundationError(const slib::Exception& exception, const FmxExprEnv& env, FmxData& result,
                            bool alwaysSetResult) {
     const int32_t code = slib::ReportableCode(exception.error()->code());
-    Report(code, exception.what(), env, result, alwaysSetResult || code != slib::kNoError);
+    Report(code, exception.message(), env, result, alwaysSetResult || code != slib::kNoError);
 }
 
 void ReportStandardError(const std::exception& exception, const FmxExprEnv& env, FmxData& result) {

@@ -1,5 +1,6 @@
 // The three ways a failed call is reported: a code in the result plus the two last-error
-// globals. Each may itself raise if the host fails while the report is being made.
+// globals. Each may itself raise if the host fails, or refuses the globals, while the report is
+// being made.
 #pragma once
 
 #include <exception>

@@ -2,8 +2,10 @@
 // message overlaps another or any function call.
 #include "fmx_constants.h"
 #include "fmx_record.h"
+#include "foundation/error_boxes.h"
 #include "shell/call_lock.h"
 #include "shell/call_probe.h"
+#include "shell/function_entry.h"
 #include "shell/lifecycle.h"
 #include "shell/recheck_timer.h"
 #include "shell/shell_state.h"
@@ -13,10 +15,10 @@ namespace {
 void Dispatch(FmxExternCallRecord& record) {
     switch (record.whichCall) {
         case fmx::kMsgInit:
-            fmlib::HandleInit(record);
+            fmlib::HandleInit(record, fmlib::PluginFunctions().functions);
             break;
         case fmx::kMsgShutdown:
-            fmlib::HandleShutdown();
+            fmlib::HandleShutdown(fmlib::PluginFunctions().functions);
             break;
         case fmx::kMsgPreferences:
             fmlib::HandlePreferences();
@@ -24,8 +26,12 @@ void Dispatch(FmxExternCallRecord& record) {
         case fmx::kMsgGetString:
             fmlib::HandleGetString(record);
             break;
+        case fmx::kMsgSessionShutdown:
+            fmlib::PluginFunctions().endSession(record.parm2);
+            break;
         default:
-            // Idle and everything else: nothing to do, and the result is not touched.
+            // Idle, file shutdown, schema change and everything else: nothing to do, and the
+            // result is not touched.
             break;
     }
 }
@@ -41,6 +47,7 @@ extern "C" __declspec(dllexport) void FMExternCallProc(FmxExternCallRecord* reco
     try {
         fmlib::CallLock lock;
         fmlib::CallProbe probe;
+        const slib::NoErrorBoxes noBoxes;
         fmlib::gCallRecord = record;
         try {
             Dispatch(*record);

@@ -1,6 +1,7 @@
 #include "shell/host_env.h"
 
 #include "shell/host_error.h"
+#include "shell/newer_host_functions.h"
 
 namespace fmlib {
 
@@ -18,6 +19,12 @@ FmxErrcode ExprEnvRegisterExternalFunction(const FmxQuadChar& pluginId, int16_t 
 
 FmxErrcode ExprEnvUnRegisterExternalFunction(const FmxQuadChar& pluginId, int16_t functionId) {
     return HostCall(FM_ExprEnv_UnRegisterExternalFunction, pluginId, functionId);
+}
+
+uint64_t ExprEnvSessionID(const FmxExprEnv& env) {
+    const auto get = NewerHostFunction<decltype(&FM_ExprEnv_SessionID)>("FM_ExprEnv_SessionID",
+                                                                        kSessionsVersion);
+    return get != nullptr ? HostCall(get, &env) : 0;
 }
 
 }  // namespace fmlib

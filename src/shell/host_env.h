@@ -14,5 +14,8 @@ FmxErrcode ExprEnvRegisterExternalFunction(const FmxQuadChar& pluginId, int16_t 
                                            int16_t minArgs, int16_t maxArgs, uint32_t flags,
                                            FmxExtPluginFn handler);
 FmxErrcode ExprEnvUnRegisterExternalFunction(const FmxQuadChar& pluginId, int16_t functionId);
+// The host session the calculation runs in (one per client on FileMaker Server); 0 on a host too
+// old to name sessions.
+uint64_t ExprEnvSessionID(const FmxExprEnv& env);
 
 }  // namespace fmlib

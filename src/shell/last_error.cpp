@@ -1,5 +1,7 @@
 #include "shell/last_error.h"
 
+#include <stdexcept>
+
 #include "shell/host_env.h"
 #include "shell/host_objects.h"
 #include "shell/host_text.h"
@@ -7,9 +9,13 @@
 
 namespace fmlib {
 
-FmxErrcode SetLastError(int16_t code, const std::string& message, const FmxExprEnv& env) {
+void SetLastError(int16_t code, const std::string& message, const FmxExprEnv& env) {
     DataPtr scratch = NewData();
-    return EvaluateInto(LastErrorExpression(code, message).c_str(), env, *scratch);
+    // Unicode, not the host's 8-bit encoding: a message quotes names in any script.
+    const TextPtr expression = MakeText(LastErrorExpression(code, message));
+    if (ExprEnvEvaluate(env, *expression, *scratch) != 0) {
+        throw std::runtime_error("The host refused to record the last error");
+    }
 }
 
 FmxErrcode EvaluateInto(const char* expression, const FmxExprEnv& env, FmxData& result) {

@@ -8,9 +8,9 @@
 
 namespace fmlib {
 
-// Evaluates LastErrorExpression in `env` (8-bit text, host encoding 0) into a scratch value and
-// returns the host's calculation error, which callers ignore on purpose.
-FmxErrcode SetLastError(int16_t code, const std::string& message, const FmxExprEnv& env);
+// Evaluates LastErrorExpression in `env`. The host should never refuse it; when it does, this
+// throws, so that the caller does not answer as if the globals described this failure.
+void SetLastError(int16_t code, const std::string& message, const FmxExprEnv& env);
 
 // Evaluates one of the read-back expressions into `result`.
 FmxErrcode EvaluateInto(const char* expression, const FmxExprEnv& env, FmxData& result);

@@ -20,9 +20,9 @@ namespace fmlib {
 
 namespace {
 
-// Four-character id, "1", preferences offered, reserved, init/shutdown wanted, and no idle,
-// session or file messages.
-constexpr char16_t kOptions[] = u"QrvF1YnYnnn";
+// Four-character id, "1", preferences offered, reserved, init/shutdown wanted, no idle
+// messages, session and file shutdown wanted (staged options are kept per session), reserved.
+constexpr char16_t kOptions[] = u"QrvF1YnYnYn";
 
 void WriteResult(FmxExternCallRecord& record, int64_t value) {
     record.result = static_cast<uint64_t>(value);
@@ -30,7 +30,7 @@ void WriteResult(FmxExternCallRecord& record, int64_t value) {
 
 }  // namespace
 
-void HandleInit(FmxExternCallRecord& record) {
+void HandleInit(FmxExternCallRecord& record, const FunctionTable& functions) {
     if (!IsSupportedExtensionVersion(record.extnVersion)) {
         WriteResult(record, fmx::kBadExtnVersion);
         return;
@@ -38,7 +38,7 @@ void HandleInit(FmxExternCallRecord& record) {
     RememberHostExtensionVersion(record.extnVersion);
     licensing::Initialize(record.parm1);
     StartRecheckTimer();
-    if (!RegisterFunctions()) {
+    if (!RegisterFunctions(functions)) {
         StopRecheckTimer();
         WriteResult(record, fmx::kDoNotEnable);
         return;
@@ -47,9 +47,9 @@ void HandleInit(FmxExternCallRecord& record) {
     WriteResult(record, kPluginExtensionVersion);
 }
 
-void HandleShutdown() {
+void HandleShutdown(const FunctionTable& functions) {
     gEnabled = false;
-    UnregisterFunctions();
+    UnregisterFunctions(functions);
     StopRecheckTimer();
     slib::ShutdownGdiplus();
     slib::ReleaseRichEditLibrary();

@@ -11,6 +11,7 @@ namespace fmlib {
 // Extension versions that brought the functions we use (each function's own entry says which).
 constexpr int16_t kFileNameStreamsVersion = 51;  // FM_BinaryData_{Get,Add}{FNAM,SIZE}Data
 constexpr int16_t kPostscriptFontsVersion = 55;  // FM_Data_GetPostscriptFont{ID,Info}
+constexpr int16_t kSessionsVersion = 56;         // FM_ExprEnv_SessionID
 constexpr int16_t kInt64NumbersVersion = 59;     // FM_FixPt_AssignInt64
 
 // Kept from the initialise message for the life of the library.

@@ -1,6 +1,5 @@
 #include "shell/registration.h"
 
-#include "shell/function_table.h"
 #include "shell/host_env.h"
 #include "shell/host_objects.h"
 #include "shell/resource_text.h"
@@ -37,8 +36,8 @@ FmxErrcode RegisterFunction(int16_t id, int16_t minArgs, int16_t maxArgs, uint32
                                            flags, handler);
 }
 
-bool RegisterFunctions() {
-    for (const FunctionEntry& entry : kFunctionTable) {
+bool RegisterFunctions(const FunctionTable& table) {
+    for (const FunctionEntry& entry : table) {
         FmxErrcode error = 0;
         try {
             error = RegisterFunction(entry.id, entry.minArgs, entry.maxArgs, kFunctionFlags,
@@ -54,8 +53,8 @@ bool RegisterFunctions() {
     return true;
 }
 
-void UnregisterFunctions() {
-    UnregisterDownFrom(static_cast<int16_t>(kFunctionCount));
+void UnregisterFunctions(const FunctionTable& table) {
+    UnregisterDownFrom(static_cast<int16_t>(table.size()));
 }
 
 }  // namespace fmlib

@@ -3,6 +3,7 @@
 // every file before the failing one is committed, and nothing after it is.
 #include <gtest/gtest.h>
 
+#include <atomic>
 #include <chrono>
 #include <mutex>
 #include <set>
@@ -14,6 +15,7 @@
 #include "archive/zip_format.h"
 #include "archive/zip_reader.h"
 #include "archive_test_support.h"
+#include "foundation/error_boxes.h"
 #include "foundation/exception.h"
 
 namespace archive_test {
@@ -163,6 +165,70 @@ TEST(ExtractPipeline, LargeFilesStreamedAtOnceStopAtTheFirstDamagedOneInArchiveO
     EXPECT_EQ(target.ledger.committed,
               (std::set<std::u16string>{u"large " + SmallName(0), SmallName(0)}));
     EXPECT_EQ(target.ledger.discarded, target.ledger.created - 2);
+}
+
+// Counts every archive read and file operation made with the system's error boxes on.
+struct BoxesSeen {
+    std::atomic<int> reads{0};
+    std::atomic<int> files{0};
+};
+
+class WatchedSource : public archive::MemorySource {
+  public:
+    WatchedSource(const std::vector<uint8_t>& bytes, BoxesSeen& seen)
+        : MemorySource(bytes), seen_(seen) {}
+    bool readAt(uint64_t offset, uint8_t* buffer, size_t length) override {
+        seen_.reads += slib::ErrorBoxesAreOff() ? 0 : 1;
+        return MemorySource::readAt(offset, buffer, length);
+    }
+
+  private:
+    BoxesSeen& seen_;
+};
+
+class WatchedFile : public archive::EntryFile {
+  public:
+    explicit WatchedFile(BoxesSeen& seen) : seen_(seen) {}
+    void write(const uint8_t*, size_t) override { seen_.files += slib::ErrorBoxesAreOff() ? 0 : 1; }
+    void commit(const archive::EntryTime&) override {
+        seen_.files += slib::ErrorBoxesAreOff() ? 0 : 1;
+    }
+
+  private:
+    BoxesSeen& seen_;
+};
+
+class WatchedTarget : public archive::ExtractTarget {
+  public:
+    explicit WatchedTarget(BoxesSeen& seen) : seen_(seen) {}
+    void makeFolder(const archive::RelativePath&) override {}
+    std::unique_ptr<archive::EntryFile> createFile(const archive::RelativePath&) override {
+        seen_.files += slib::ErrorBoxesAreOff() ? 0 : 1;
+        return std::make_unique<WatchedFile>(seen_);
+    }
+
+  private:
+    BoxesSeen& seen_;
+};
+
+// The call holds the scope on its own thread; the reading worker and the writer threads, which
+// do the reading and writing, must hold it too.
+TEST(ExtractPipeline, EveryThreadReadsAndWritesWithoutSystemErrorBoxes) {
+    const std::string large = Text(archive::EntryDecoder::kWholeEntryLimit + 1024, 5);
+    std::vector<Item> items{{u"large.txt", large}};
+    for (int i = 0; i < 50; ++i) {
+        items.push_back({u"small/" + SmallName(i), Text(100, i)});
+    }
+    const std::vector<uint8_t> bytes = Build(items);
+    BoxesSeen seen;
+    WatchedSource source(bytes, seen);
+    WatchedTarget target(seen);
+    {
+        const slib::NoErrorBoxes call;
+        archive::ExtractArchive(source, target, &AsciiOnly);
+    }
+    EXPECT_EQ(seen.reads.load(), 0);
+    EXPECT_EQ(seen.files.load(), 0);
 }
 
 }  // namespace

@@ -1,5 +1,5 @@
 // VFile_Set's picture staging and rights words, in-process against the emulated host: what a
-// call leaves in the process-wide option set, which the picture copy takes later.
+// call leaves in its session's option set, which the picture copy takes later.
 
 #include <gtest/gtest.h>
 
@@ -14,6 +14,7 @@
 #include "shell/host_data.h"
 #include "shell/host_objects.h"
 #include "shell/host_text.h"
+#include "shell/newer_host_functions.h"
 
 namespace {
 
@@ -24,8 +25,17 @@ using DataVectPtr =
 
 class SetStaging : public ::testing::Test {
   protected:
-    void SetUp() override { bridge::StagedPictureOptions::Take(); }
-    void TearDown() override { bridge::StagedPictureOptions::Take(); }
+    // Sessions are named from extension version 56 on; the plug-in learns the version at init.
+    void SetUp() override { fmlib::RememberHostExtensionVersion(77); }
+    void TearDown() override {
+        for (uint64_t session : {uint64_t{0}, kFirst, kSecond}) {
+            bridge::StagedPictureOptions::EndSession(session);
+        }
+        fmlib::RememberHostExtensionVersion(0);
+    }
+
+    static constexpr uint64_t kFirst = 1;  // the emulated host's first session
+    static constexpr uint64_t kSecond = 2;
 
     // Calls VFile_Set with the arguments; returns the result as text ("" when left empty).
     std::u16string set(const std::vector<Argument>& arguments) {
@@ -51,8 +61,9 @@ class SetStaging : public ::testing::Test {
     fmhost::driver::Host host_;
 };
 
+using Options = bridge::PictureOptionMap;
+
 TEST_F(SetStaging, ConvertStagesTheSizesGivenAndRotateAddsTheTurn) {
-    using Options = bridge::PictureOptionMap;
     const struct {
         std::vector<std::vector<Argument>> calls;
         Options staged;
@@ -70,13 +81,35 @@ TEST_F(SetStaging, ConvertStagesTheSizesGivenAndRotateAddsTheTurn) {
         for (const auto& call : c.calls) {
             EXPECT_EQ(set(call), u"");
         }
-        const std::optional<Options> staged = bridge::StagedPictureOptions::Take();
+        const std::optional<Options> staged = bridge::StagedPictureOptions::Take(kFirst);
         ASSERT_TRUE(staged.has_value());
         EXPECT_EQ(*staged, c.staged);
     }
     // An attribute selector stages nothing, even when it fails.
     set({u"size", u"a.txt", 5});
-    EXPECT_TRUE(bridge::StagedPictureOptions::IsEmpty());
+    EXPECT_TRUE(bridge::StagedPictureOptions::IsEmpty(kFirst));
+}
+
+TEST_F(SetStaging, EachSessionStagesItsOwnSetAndAnEndedOneHasNone) {
+    set({u"convert", u"", 10});
+    ASSERT_TRUE(host_.UseSession(kSecond));
+    EXPECT_TRUE(bridge::StagedPictureOptions::IsEmpty(kSecond));
+    set({u"rotate", u""});
+    EXPECT_EQ(bridge::StagedPictureOptions::Take(kFirst), (Options{{u"width", 10}}));
+    set({u"convert", u"", 20});
+    bridge::StagedPictureOptions::EndSession(kSecond);
+    EXPECT_TRUE(bridge::StagedPictureOptions::IsEmpty(kSecond));
+    EXPECT_TRUE(bridge::StagedPictureOptions::IsEmpty(kFirst));
+}
+
+// A host older than extension version 56 names no session: every call shares set 0.
+TEST_F(SetStaging, AHostWithoutSessionsSharesOneSet) {
+    fmlib::RememberHostExtensionVersion(55);
+    set({u"rotate", u""});
+    ASSERT_TRUE(host_.UseSession(kSecond));
+    set({u"convert", u"", 5});
+    EXPECT_EQ(bridge::StagedPictureOptions::Take(0), (Options{{u"exif-rotate", 1}, {u"width", 5}}));
+    EXPECT_TRUE(bridge::StagedPictureOptions::IsEmpty(kFirst));
 }
 
 TEST_F(SetStaging, RightsWordsAreFoundAnywhereInAnyCase) {

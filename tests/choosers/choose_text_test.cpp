@@ -95,8 +95,8 @@ TEST(ChooseOptions, AnUnknownNameIsABadParameterThatNamesIt) {
     const std::pair<Texts, std::string> rows[] = {
         {{u"colour", u"red"}, "Unknown option: colour"},
         {{u"title", u"t", u"filter", u"txt"}, "Unknown option: filter"},
-        // A double quote could not reach the host's last-error message.
-        {{u"say \"hi\"", u"x"}, "Unknown option: say 'hi'"},
+        // The name is shown as it was given, quotes and all.
+        {{u"say \"hi\"", u"x"}, "Unknown option: say \"hi\""},
         {{u"", u"x"}, "Unknown option: "},
     };
     for (const auto& [pairs, message] : rows) {

@@ -182,7 +182,14 @@ void ScratchTest::SetUp() {
 
 void ScratchTest::TearDown() {
     SetEnvironmentVariableW(L"VF_RECORDER_OUTPUT", nullptr);
+    // A program a test started (the recorder) may still be ending, its image still mapped from
+    // here: the bound is only reached when something really holds the folder.
     RemoveTree(root_);
+    for (int attempt = 0;
+         attempt < 100 && GetFileAttributesW(Wide(root_)) != INVALID_FILE_ATTRIBUTES; ++attempt) {
+        Sleep(50);
+        RemoveTree(root_);
+    }
     EXPECT_EQ(GetFileAttributesW(Wide(root_)), INVALID_FILE_ATTRIBUTES) << "scratch folder left";
 }
 
@@ -246,15 +253,22 @@ std::u16string ScratchTest::installRecorder() {
 
 std::optional<std::u16string> ScratchTest::recorded() const {
     // Started programs are not waited for by the code under test; this bound is only ever
-    // reached when nothing was started at all.
-    for (int attempt = 0; attempt < 600 && !exists(u"record.txt"); ++attempt) {
+    // reached when nothing was started at all. The recorder's rename keeps a handle with delete
+    // access on the record for a moment after it appears, which a reader cannot share: it is
+    // read once it can be.
+    std::optional<std::string> bytes;
+    for (int attempt = 0; attempt < 600 && !(bytes = readFile(u"record.txt")); ++attempt) {
         Sleep(50);
     }
-    const std::optional<std::string> bytes = readFile(u"record.txt");
     if (!bytes) {
         return std::nullopt;
     }
+    // Gone before the next start, not only pending until the recorder lets go.
     DeleteFileW(Wide(path(u"record.txt")));
+    for (int attempt = 0; attempt < 600 && exists(u"record.txt"); ++attempt) {
+        Sleep(50);
+        DeleteFileW(Wide(path(u"record.txt")));
+    }
     return std::u16string(reinterpret_cast<const char16_t*>(bytes->data()), bytes->size() / 2);
 }
 

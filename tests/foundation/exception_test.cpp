@@ -36,6 +36,15 @@ TEST(Exception, CarriesMessageAndErrorAndNeverANullError) {
     EXPECT_EQ(withoutError.error()->code(), kUnclassified);
 }
 
+TEST(Exception, AMessageQuotingUserTextKeepsEveryCharacter) {
+    const std::string message("Unknown option: a\0b", 19);
+    const Exception exception = Caught([&] { Throw(kBadParameter, message); });
+    EXPECT_EQ(exception.message(), message);
+    EXPECT_STREQ(exception.what(), "Unknown option: a");
+    EXPECT_EQ(exception.error()->code(), kBadParameter);
+    EXPECT_EQ(Caught([] { Throw(kItemNotFound, "plain"); }).message(), "plain");
+}
+
 TEST(Exception, CopiesShareTheErrorObject) {
     const std::shared_ptr<Error> error = MakeWindowsLastError(5);
     std::shared_ptr<const Error> survivor;

@@ -93,6 +93,28 @@ TEST_F(CallFrame, FailureSetsResultAndGlobalsAndSuccessLeavesThem) {
     ExpectGlobals("-50", "Path parameter must be text");
 }
 
+// A message quotes what the user gave, whatever it holds; it reaches both globals with every
+// character as documented: quotes, backslashes, pilcrows and line breaks as themselves, other
+// control characters as their visible symbols (a tab as U+2409, NUL as U+2400).
+TEST_F(CallFrame, AMessageHoldingAnyCharacterReachesBothGlobals) {
+    const std::u16string nul(1, u'\0');
+    const struct {
+        std::u16string optionConstant;  // the option's name as a text constant
+        std::string message;
+    } cases[] = {
+        {u"\"say \\\"hi\\\"\"", "Unknown option: say \"hi\""},
+        {u"\"C:\\\\dir\\\\\"", "Unknown option: C:\\dir\\"},
+        {u"\"a\\\"b\\\\c\\¶d¶e\tf" + nul + u"g\"",
+         "Unknown option: a\"b\\c¶d\re\xE2\x90\x89"
+         "f\xE2\x90\x80g"},
+    };
+    for (const auto& c : cases) {
+        ExpectFailure(u"VFile_Choose( \"file\" ; " + c.optionConstant + u" ; \"x\" )", -50,
+                      c.message);
+        ExpectGlobals("-50", c.message);
+    }
+}
+
 TEST_F(CallFrame, InjectedHostFailuresAreReportedAs2400OrFailTheCalculation) {
     // The n-th host call inside each function call fails with the slot code. VFile_Delete makes:
     // argument count, then the -50 result (FixPt, SetAsNumber, ...): failing the second call hits

@@ -157,7 +157,7 @@ TEST(Lifecycle, HostFailureDuringInitNeverEscapesAndLeavesNothingBehind) {
 TEST(Lifecycle, AnswersTheStringQueries) {
     Host host;
     auto& plugin = host.LoadPlugin(vftest::ShippedPlugin());
-    EXPECT_EQ(plugin.Options(), u"QrvF1YnYnnn");
+    EXPECT_EQ(plugin.Options(), u"QrvF1YnYnYn");
     EXPECT_EQ(plugin.Name(), u"Quorvel Vantafile Plug-In");
     const std::u16string description = plugin.Description();
     EXPECT_EQ(description.rfind(u"This plug-in adds file management abilities.\n", 0), 0u);

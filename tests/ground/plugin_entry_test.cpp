@@ -49,7 +49,7 @@ class PluginEntry : public ::testing::Test {
 
 TEST_F(PluginEntry, OptionsStringIsWrittenWithItsTerminator) {
     const std::wstring buffer = GetString(fmx::kStrOptions);
-    EXPECT_EQ(buffer.substr(0, 12), std::wstring(L"QrvF1YnYnnn") + L'\0');
+    EXPECT_EQ(buffer.substr(0, 12), std::wstring(L"QrvF1YnYnYn") + L'\0');
     EXPECT_EQ(buffer[12], L'#') << "nothing may be written past the terminator";
 }
 

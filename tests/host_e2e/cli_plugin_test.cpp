@@ -86,6 +86,39 @@ TEST(FmhostPlugins, FaultOptionsReachThePlugin) {
     Find(registration.err, "init answered -2");
 }
 
+// As FileMaker Server keeps one session per client: its own globals, and its end told.
+TEST(FmhostPlugins, SessionsKeepTheirOwnGlobalsAndTheirEndReachesThePlugin) {
+    ProcessOptions options;
+    options.environment = {{"HOST_FIXTURE_OPTIONS", "FxTs1nnYnYn"}};
+    const auto run = RunFmhost(WithFixture({"-e",
+                                            "Let ( $$who = \"one\" ; $$who )",
+                                            "--session",
+                                            "2",
+                                            "-e",
+                                            "IsEmpty ( $$who )",
+                                            "-e",
+                                            "Let ( $$who = \"two\" ; $$who )",
+                                            "--session",
+                                            "1",
+                                            "-e",
+                                            "$$who",
+                                            "--end-session",
+                                            "2",
+                                            "--session",
+                                            "2",
+                                            "-e",
+                                            "IsEmpty ( $$who )",
+                                            "-e",
+                                            "Fx_Messages"}),
+                               options);
+    EXPECT_EQ(run.exitCode, 0) << run.err;
+    EXPECT_EQ(run.out, "one\n1\ntwo\none\n1\n7:131 7:128 7:129 0:77 9:2 8:2\n");
+
+    for (const char* bad : {"0", "x", "-1"}) {
+        EXPECT_EQ(RunFmhost({"--session", bad, "-e", "1"}).exitCode, 2) << bad;
+    }
+}
+
 TEST(FmhostPlugins, ThePluginServesCallsFromSeveralThreads) {
     const auto run = RunFmhost(WithFixture({"--threads", "4", "-e", "Fx_Add ( 1 ; 1 )"}));
     EXPECT_EQ(run.exitCode, 0) << run.err;
@@ -97,7 +130,7 @@ TEST(FmhostPlugins, TheShippedPluginLoadsAndShowsItsOptions) {
         RunFmhost({"--plugin", BesideTest("Vantafile.fmx64"), "--verbose", "-e", "1 + 1"});
     EXPECT_EQ(run.exitCode, 0) << run.err;
     EXPECT_EQ(run.out, "2\n");
-    Find(run.err, "options \"QrvF1YnYnnn\"");
+    Find(run.err, "options \"QrvF1YnYnYn\"");
     Find(run.err, "answered 55: enabled");
 }
 

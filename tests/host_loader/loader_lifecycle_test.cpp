@@ -74,7 +74,7 @@ TEST_F(LoaderLifecycle, WithoutCharacterEightThereIsNoInitAndNoShutdown) {
     EXPECT_FALSE(plugin.InitSent());
     EXPECT_TRUE(host_->Functions().empty());
     plugin.Unload();
-    EXPECT_EQ(Messages(), "7:131 7:128 7:129 9 8") << "idle and file/session messages only";
+    EXPECT_EQ(Messages(), "7:131 7:128 7:129 9:1 8:1") << "idle and file/session messages only";
 }
 
 TEST_F(LoaderLifecycle, IdleAndPreferencesOnlyWhenAskedFor) {
@@ -93,16 +93,31 @@ TEST_F(LoaderLifecycle, IdleAndPreferencesOnlyWhenAskedFor) {
     EXPECT_EQ(Messages(), "7:131 7:128 7:129 0:77 1:1 5");
 }
 
-TEST_F(LoaderLifecycle, UnloadSendsFileAndSessionShutdownThenShutdown) {
+// A session that ends is told at once; unloading tells every session still open, then shuts down.
+TEST_F(LoaderLifecycle, EndedSessionsAndUnloadSendFileAndSessionShutdownThenShutdown) {
     SetEnvironmentVariableW(L"HOST_FIXTURE_OPTIONS", L"FxTs1nnYnYn");
     fmhost::driver::Plugin& plugin = Load();
     host_->ClearRegistrationLog();
+    ASSERT_TRUE(host_->UseSession(3));
+    ASSERT_TRUE(host_->UseSession(5));
+    EXPECT_TRUE(host_->EndSession(3));
+    EXPECT_FALSE(host_->EndSession(4));
+    EXPECT_FALSE(host_->UseSession(0));
     plugin.Unload();
-    EXPECT_EQ(Messages(), "7:131 7:128 7:129 0:77 9 8 4");
+    const std::string loaded = "7:131 7:128 7:129 0:77 ";
+    EXPECT_EQ(Messages(), loaded + "9:3 8:3 9:1 8:1 9:5 8:5 4");
     EXPECT_EQ(Summary(host_->RegistrationLog()), "-9 -8 -7 -6 -5 -4 -3 -2 -1");
     EXPECT_TRUE(host_->Functions().empty());
     plugin.Unload();  // a second unload sends nothing
-    EXPECT_EQ(Messages(), "7:131 7:128 7:129 0:77 9 8 4");
+    EXPECT_EQ(Messages(), loaded + "9:3 8:3 9:1 8:1 9:5 8:5 4");
+}
+
+TEST_F(LoaderLifecycle, WithoutCharacterTenNoSessionEndIsSent) {
+    Load();
+    ASSERT_TRUE(host_->UseSession(2));
+    EXPECT_TRUE(host_->EndSession(2));
+    host_.reset();
+    EXPECT_EQ(Messages(), "7:131 7:128 7:129 0:77 4");
 }
 
 TEST_F(LoaderLifecycle, AFailedRegistrationIsUnwoundByThePluginAndRefused) {

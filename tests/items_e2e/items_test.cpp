@@ -1,5 +1,7 @@
 // VFile_New, VFile_Delete, VFile_Copy and VFile_Move on disk, and every item function's refusals:
 // what lands where, and that a refusal changes nothing.
+#include <windows.h>
+
 #include "items_fixture.h"
 
 namespace items_test {
@@ -66,6 +68,30 @@ TEST_F(Items, CopyMoveAndDeleteFilesAndTrees) {
                                 {u"moved folder", "<dir>"},
                                 {u"moved folder\\a.txt", "alpha"},
                                 {u"moved folder\\inside.txt", "inside"}}));
+}
+
+TEST_F(Items, AMoveToAnotherSpellingOfItselfRenamesItInPlace) {
+    makeFolder(u"Invoices");
+    writeFile(u"Invoices\\report.txt", "report");
+    for (const char16_t* calculation : {
+             uR"(VFile_Move( "a.txt" ; "A.TXT" ))",
+             uR"(VFile_Move( "Invoices" ; "invoices" ))",
+             uR"(VFile_Move( "invoices/report.txt" ; "invoices/Report.txt" ))",
+         }) {
+        EXPECT_EQ(call(calculation), Succeeded()) << Narrow(calculation);
+    }
+    EXPECT_EQ(snapshot(), (Tree{{u"A.TXT", "alpha"},
+                                {u"folder", "<dir>"},
+                                {u"folder\\inside.txt", "inside"},
+                                {u"invoices", "<dir>"},
+                                {u"invoices\\Report.txt", "report"}}));
+    // Another name of the same file (a hard link) is another item's name: not a rename.
+    if (!CreateHardLinkW(Wide(path(u"linked.txt")), Wide(path(u"A.TXT")), nullptr)) {
+        GTEST_SKIP() << "no hard link can be made here (error " << GetLastError() << ")";
+    }
+    EXPECT_EQ(call(uR"(VFile_Move( "A.TXT" ; "linked.txt" ))"),
+              Failed(-48, "Destination item already exists"));
+    EXPECT_EQ(readFile(u"A.TXT"), "alpha");
 }
 
 TEST_F(Items, RefusalsReportCodeAndMessageAndChangeNothing) {

@@ -37,5 +37,32 @@ TEST_F(StagedCopy, ConvertsOnceWithTheStagedOptionsThenCopiesBytes) {
     }
 }
 
+// FileMaker Server runs every client's scripts in one process, each client in a session of its
+// own: a copy takes only its own session's options, and a session that ends leaves none.
+TEST_F(StagedCopy, EachSessionCopiesWithItsOwnOptionsAndAnEndedSessionLeavesNone) {
+    writeFile(u"a.jpg", MakePicture(L"image/jpeg", 64, 48));
+    const auto stage = [&](uint64_t session, const std::u16string& width) {
+        ASSERT_TRUE(host_.UseSession(session));
+        ASSERT_EQ(call(u"VFile_Set( \"convert\" ; \"\" ; " + width + u" )"),
+                  " | No Error Message | No Error Message");
+    };
+    const auto copy = [&](uint64_t session, const std::u16string& target) {
+        EXPECT_TRUE(host_.UseSession(session));
+        EXPECT_EQ(call(u"VFile_Copy( \"a.jpg\" ; " + Quoted(target) + u" )"), Succeeded());
+        return picture(target);
+    };
+    const std::string plain = picture(u"a.jpg");
+    stage(2, u"32");
+    EXPECT_EQ(copy(3, u"three.jpg"), plain);
+    stage(3, u"16");
+    EXPECT_EQ(copy(2, u"two.jpg"), "jpeg 32x24 RGBY");
+    EXPECT_EQ(copy(2, u"two again.jpg"), plain);
+    stage(2, u"8");
+    ASSERT_TRUE(host_.EndSession(2));
+    // The host may give a later client the ended session's id.
+    EXPECT_EQ(copy(2, u"reused.jpg"), plain);
+    EXPECT_EQ(copy(3, u"three staged.jpg"), "jpeg 16x12 RGBY");
+}
+
 }  // namespace
 }  // namespace picturetest

@@ -1,6 +1,6 @@
 // No dialog where no one can answer: without a desktop (forced here through the test hook) the
-// shell's requests carry the flags that forbid its own message boxes, and failures come back as
-// errors at once.
+// shell's file operations carry the flag that forbids its own message boxes, nothing is opened
+// or shown for a user who is not there, and failures come back as errors at once.
 #include <windows.h>
 
 #include <shellapi.h>
@@ -26,17 +26,15 @@ TEST(ShellDialogFlags, ForbidTheShellsBoxesOnlyWithoutADesktop) {
     const struct {
         const wchar_t* desktop;
         FILEOP_FLAGS operation;
-        ULONG execute;
     } cases[] = {
-        {L"none", FOF_SILENT | FOF_NOCONFIRMATION | FOF_NOERRORUI, SEE_MASK_FLAG_NO_UI},
-        {L"NONE", FOF_SILENT | FOF_NOCONFIRMATION | FOF_NOERRORUI, SEE_MASK_FLAG_NO_UI},
-        {L"interactive", FOF_SILENT | FOF_NOCONFIRMATION, 0},
+        {L"none", FOF_SILENT | FOF_NOCONFIRMATION | FOF_NOERRORUI},
+        {L"NONE", FOF_SILENT | FOF_NOCONFIRMATION | FOF_NOERRORUI},
+        {L"interactive", FOF_SILENT | FOF_NOCONFIRMATION},
     };
     for (const auto& c : cases) {
         const ForcedDesktop forced(c.desktop);
         EXPECT_EQ(slib::FileOperationFlags(), c.operation)
             << Narrow(slib::test::FromWide(c.desktop));
-        EXPECT_EQ(slib::ShellExecuteQuietMask(), c.execute);
     }
 }
 
@@ -44,12 +42,34 @@ using NoDesktop = SafetyTest;
 
 TEST_F(NoDesktop, FailuresComeBackAsErrors) {
     const ForcedDesktop forced(L"none");
-    writeFile(u"doc.vfnotype", "no program for this type");
-    EXPECT_EQ(call(uR"(VFile_Open( "doc.vfnotype" ))"),
-              Failed(2400, "Cannot open file in the default application"));
     EXPECT_NE(codeOf(uR"(VFile_Delete( "Z:\proc\version" ))"), "0");
     EXPECT_EQ(call(uR"(VFile_Choose( "file" ))"),
               Failed(2400, "No interactive desktop to show the dialog on"));
+}
+
+// On a server no one could see a program opened for them, nor close it: opening and revealing
+// fail at once, as the choosers do, and start nothing. Running a program still works there.
+TEST_F(NoDesktop, OpenAndRevealStartNothingAndRunStillRuns) {
+    const std::u16string recorder = installRecorder();
+    writeFile(u"doc.txt", "doc");
+    const std::string noDesktop = Failed(2400, "No interactive desktop to show the dialog on");
+    const std::pair<const char16_t*, std::string> cases[] = {
+        {uR"(VFile_Open( "doc.txt" ))", noDesktop},
+        {uR"(VFile_Open( "doc.txt" ; "app dir/rec order.exe" ))", noDesktop},
+        {uR"(VFile_Reveal( "doc.txt" ))", noDesktop},
+        {uR"(VFile_Open( "app dir/rec order.exe" ))", noDesktop},
+        // Arguments are judged first.
+        {uR"(VFile_Open( "doc.txt" ; "a" ; "b" ))", Failed(-50, "Too many parameters")},
+        {uR"(VFile_Reveal( 5 ))", Failed(-50, "Path parameter must be text")},
+    };
+    for (const auto& [calculation, outcome] : cases) {
+        const ForcedDesktop forced(L"none");
+        EXPECT_EQ(call(calculation), outcome) << Narrow(calculation);
+    }
+    EXPECT_FALSE(exists(u"record.txt")) << "a program was started";
+    const ForcedDesktop forced(L"none");
+    EXPECT_EQ(call(uR"(VFile_Run( "app dir/rec order.exe" ; "x" ))"), Succeeded());
+    EXPECT_EQ(recorded(), slib::test::Quote(recorder) + u" x");
 }
 
 }  // namespace

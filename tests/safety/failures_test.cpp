@@ -47,10 +47,13 @@ TEST_F(Failures, NoFailingCallAnswersZero) {
     std::string why;
     const std::optional<std::u16string> small = SmallVolume(why);
     if (small) {
-        // A copy the volume cannot hold.
+        // A copy the volume cannot hold, by the shell and by our own walk.
         writeFile(u"big.bin", std::string(4 << 20, 'b'));
         calculations.push_back(u"VFile_Copy( \"big.bin\" ; " + Quoted(*small + u"\\big.bin") +
                                u" )");
+        writeFile(deep + u"\\big.bin", std::string(4 << 20, 'd'));
+        calculations.push_back(u"VFile_Copy( " + Quoted(path(deep + u"\\big.bin")) + u" ; " +
+                               Quoted(*small + u"\\deep big.bin") + u" )");
     } else {
         std::cout << "[ NOTE ] no full-volume copy here: " << why << "\n";
     }
@@ -66,8 +69,10 @@ TEST_F(Failures, NoFailingCallAnswersZero) {
             << Narrow(calculation) << ": " << outcome;
     }
     if (small) {
-        EXPECT_EQ(GetFileAttributesW(Wide(*small + u"\\big.bin")), INVALID_FILE_ATTRIBUTES)
-            << "a failed copy left its partial file";
+        for (const char16_t* copy : {u"big.bin", u"deep big.bin"}) {
+            EXPECT_EQ(GetFileAttributesW(Wide(*small + u"\\" + copy)), INVALID_FILE_ATTRIBUTES)
+                << "a failed copy left its partial file " << Narrow(copy);
+        }
     }
     EXPECT_EQ(readFile(u"a.txt"), "alpha");
     EXPECT_EQ(readFile(deep + u"\\f.txt"), "deep");

@@ -56,6 +56,18 @@ void RemoveLinksBelow(const std::u16string& folder) {
     }
 }
 
+// The link, never what it names: the system's own call, or under Wine the Unix one.
+bool RemoveLinkItself(const std::u16string& link, BOOL(WINAPI* systemRemove)(LPCWSTR)) {
+    const UnixFileName unixName = WineUnixFileName();
+    if (unixName == nullptr) {
+        return systemRemove(Wide(u"\\\\?\\" + link)) != 0;
+    }
+    char* unixLink = unixName(Wide(link));
+    const bool removed = unixLink != nullptr && LinuxUnlink(unixLink) == 0;
+    HeapFree(GetProcessHeap(), 0, unixLink);
+    return removed;
+}
+
 bool IsReparsePoint(const std::u16string& path) {
     const DWORD attributes = GetFileAttributesW(Wide(path));
     return attributes != INVALID_FILE_ATTRIBUTES &&
@@ -89,8 +101,85 @@ void ListInto(const std::u16string& folder, const std::u16string& relative, std:
     } while (FindNextFileW(search.get(), &found));
 }
 
-// A Unix symbolic link, which Wine reports as a reparse point (for a folder).
-bool MakeUnixLink(const std::u16string& link, const std::u16string& target) {
+}  // namespace
+
+MappedDrive::MappedDrive(const std::u16string& folder) {
+    const DWORD used = GetLogicalDrives();
+    for (char16_t letter = u'M'; letter < u'Z' && drive_.empty(); ++letter) {
+        const std::u16string drive = std::u16string(1, letter) + u":";
+        if ((used & (1u << (letter - u'A'))) != 0 ||
+            GetFileAttributesW(Wide(drive + u"\\")) != INVALID_FILE_ATTRIBUTES) {
+            continue;
+        }
+        const UnixFileName unixName = WineUnixFileName();
+        if (unixName == nullptr) {
+            if (DefineDosDeviceW(0, Wide(drive), Wide(folder))) {
+                drive_ = drive;
+            }
+            continue;
+        }
+        // The prefix's own drive C: lives beside its dosdevices folder.
+        char* unixC = unixName(L"C:\\");
+        char* unixTarget = unixName(Wide(folder));
+        if (unixC != nullptr && unixTarget != nullptr) {
+            std::string prefix(unixC);
+            while (!prefix.empty() && prefix.back() == '/') {
+                prefix.pop_back();
+            }
+            prefix.resize(prefix.rfind('/') + 1);
+            // Wine names C: either by its folder (drive_c) or by its dosdevices link (c:).
+            const std::string devices = "/dosdevices/";
+            if (prefix.size() < devices.size() ||
+                prefix.compare(prefix.size() - devices.size(), devices.size(), devices) != 0) {
+                prefix += "dosdevices/";
+            }
+            const std::string link = prefix + char(letter - u'A' + 'a') + ":";
+            if (LinuxSymlink(unixTarget, link.c_str()) == 0) {
+                wineLink_ = link;
+                drive_ = drive;
+                // Files are reached through the link; the system's list of drives (the plug-in
+                // asks it which names are volumes) learns the letter from the definition.
+                DefineDosDeviceW(0, Wide(drive), Wide(folder));
+            }
+        }
+        HeapFree(GetProcessHeap(), 0, unixC);
+        HeapFree(GetProcessHeap(), 0, unixTarget);
+    }
+    if (drive_.empty()) {
+        why_ = "no free drive letter could be mapped to a folder here";
+    } else if (GetFileAttributesW(Wide(drive_ + u"\\")) == INVALID_FILE_ATTRIBUTES) {
+        why_ = "the mapped drive " + Narrow(drive_) + " cannot be reached";
+    }
+}
+
+MappedDrive::~MappedDrive() {
+    if (!wineLink_.empty()) {
+        LinuxUnlink(wineLink_.c_str());
+    }
+    if (!drive_.empty()) {
+        DefineDosDeviceW(DDD_REMOVE_DEFINITION, Wide(drive_), nullptr);
+    }
+}
+
+slib::UniqueFileHandle Hold(const std::u16string& path, DWORD access, DWORD share) {
+    return slib::UniqueFileHandle(CreateFileW(Wide(path), access, share, nullptr, OPEN_EXISTING,
+                                              FILE_ATTRIBUTE_NORMAL, nullptr));
+}
+
+bool MakeFolderLink(const std::u16string& link, const std::u16string& target) {
+    return MakeLink(link, target, SYMBOLIC_LINK_FLAG_DIRECTORY) && IsReparsePoint(link);
+}
+
+bool MakeFileLink(const std::u16string& link, const std::u16string& target) {
+    return MakeLink(link, target, 0);
+}
+
+bool MakeLink(const std::u16string& link, const std::u16string& target, DWORD kind) {
+    if (CreateSymbolicLinkW(Wide(link), Wide(target),
+                            kind | SYMBOLIC_LINK_FLAG_ALLOW_UNPRIVILEGED_CREATE) &&
+        GetFileAttributesW(Wide(link)) != INVALID_FILE_ATTRIBUTES) {
+        return true;
+    }
     const UnixFileName unixName = WineUnixFileName();
     if (unixName == nullptr) {
         return false;
@@ -101,46 +190,18 @@ bool MakeUnixLink(const std::u16string& link, const std::u16string& target) {
         unixTarget != nullptr && unixLink != nullptr && LinuxSymlink(unixTarget, unixLink) == 0;
     HeapFree(GetProcessHeap(), 0, unixTarget);
     HeapFree(GetProcessHeap(), 0, unixLink);
-    return made;
+    return made && GetFileAttributesW(Wide(link)) != INVALID_FILE_ATTRIBUTES;
 }
 
-}  // namespace
-
-slib::UniqueFileHandle Hold(const std::u16string& path, DWORD access, DWORD share) {
-    return slib::UniqueFileHandle(CreateFileW(Wide(path), access, share, nullptr, OPEN_EXISTING,
-                                              FILE_ATTRIBUTE_NORMAL, nullptr));
-}
-
-bool MakeFolderLink(const std::u16string& link, const std::u16string& target) {
-    if (CreateSymbolicLinkW(
-            Wide(link), Wide(target),
-            SYMBOLIC_LINK_FLAG_DIRECTORY | SYMBOLIC_LINK_FLAG_ALLOW_UNPRIVILEGED_CREATE) &&
-        IsReparsePoint(link)) {
-        return true;
-    }
-    return MakeUnixLink(link, target) && IsReparsePoint(link);
-}
-
-bool MakeFileLink(const std::u16string& link, const std::u16string& target) {
-    if (CreateSymbolicLinkW(Wide(link), Wide(target),
-                            SYMBOLIC_LINK_FLAG_ALLOW_UNPRIVILEGED_CREATE) &&
-        GetFileAttributesW(Wide(link)) != INVALID_FILE_ATTRIBUTES) {
-        return true;
-    }
-    return MakeUnixLink(link, target);
+bool RemoveFileLink(const std::u16string& link) {
+    // Under Wine through the Unix call only: its DeleteFileW on a link deletes the file it names.
+    return RemoveLinkItself(link, DeleteFileW);
 }
 
 bool RemoveFolderLink(const std::u16string& link) {
     // Under Wine through the Unix call only: its RemoveDirectoryW on a link to an empty folder
     // removes that folder and leaves the link.
-    const UnixFileName unixName = WineUnixFileName();
-    if (unixName == nullptr) {
-        return RemoveDirectoryW(Wide(u"\\\\?\\" + link)) != 0;
-    }
-    char* unixLink = unixName(Wide(link));
-    const bool removed = unixLink != nullptr && LinuxUnlink(unixLink) == 0;
-    HeapFree(GetProcessHeap(), 0, unixLink);
-    return removed;
+    return RemoveLinkItself(link, RemoveDirectoryW);
 }
 
 bool SystemRemovesFolderLinks(const std::u16string& scratch, std::string& why) {

@@ -28,9 +28,13 @@ slib::UniqueFileHandle Hold(const std::u16string& path, DWORD access, DWORD shar
 // point). False when neither is possible here.
 bool MakeFolderLink(const std::u16string& link, const std::u16string& target);
 
-// Makes `link` a link to the file `target`, as MakeFolderLink does (Wine shows the Unix link as a
-// plain file). False when neither way is possible here.
+// `link` a symbolic link to the file `target`, made the same way. Wine shows such a link as the
+// file it names (no reparse point).
 bool MakeFileLink(const std::u16string& link, const std::u16string& target);
+// Either: `kind` SYMBOLIC_LINK_FLAG_DIRECTORY or 0; true when something is there afterwards.
+bool MakeLink(const std::u16string& link, const std::u16string& target, DWORD kind);
+// Removes the file link `link` itself (never the file it names).
+bool RemoveFileLink(const std::u16string& link);
 
 // Removes the folder link `link` itself: RemoveDirectoryW; under Wine, whose call takes the link
 // for its target folder, the Unix call. False when it did not work.
@@ -38,6 +42,27 @@ bool RemoveFolderLink(const std::u16string& link);
 // Whether this system removes a folder link with RemoveDirectoryW (made and removed in `scratch`);
 // `why` says what it answered when not.
 bool SystemRemovesFolderLinks(const std::u16string& scratch, std::string& why);
+
+// A free drive letter (never Z:) standing for `folder`, as a subst drive does: DefineDosDeviceW
+// on Windows; under Wine, whose DefineDosDeviceW makes no drive that files can be reached on, a
+// link in the prefix's dosdevices folder. Gone again with the object; empty when no letter could
+// be given (`why` says so).
+class MappedDrive {
+  public:
+    explicit MappedDrive(const std::u16string& folder);
+    ~MappedDrive();
+    MappedDrive(const MappedDrive&) = delete;
+    MappedDrive& operator=(const MappedDrive&) = delete;
+
+    // "M:" or "" when none.
+    const std::u16string& drive() const { return drive_; }
+    const std::string& why() const { return why_; }
+
+  private:
+    std::u16string drive_;
+    std::string why_;
+    std::string wineLink_;  // the dosdevices link under Wine
+};
 
 // A file's bytes and attributes, to compare before and after.
 struct FileState {

@@ -7,10 +7,15 @@
 #include <thread>
 #include <vector>
 
+#include "foundation/error_boxes.h"
 #include "foundation/exception.h"
 #include "host_test_support.h"
 #include "shell/call_frame.h"
 #include "shell/host_data.h"
+#include "shell/host_env.h"
+#include "shell/host_objects.h"
+#include "shell/host_text.h"
+#include "shell/host_values.h"
 #include "shell/result.h"
 
 namespace {
@@ -64,11 +69,27 @@ TEST_F(CallFrameUnit, ReportsEachKindOfFailureAndSuccessTouchesNothing) {
         {kLeaves, [] { throw 42; }, {"2400", "2400", "Unknown fatal error occured"}},
         // Checked before the body, which would otherwise report its own failure.
         {kTwo, [] { slib::Throw(-43, "body ran"); }, {"-50", "-50", "Not enough parameters"}},
-        // The Let expression is malformed, so the globals keep the earlier failure.
-        {kLeaves, [] { slib::Throw(-48, "a \"b\""); }, {"-48", "-50", "Not enough parameters"}}};
+        // Quotes, backslashes and line breaks in a message reach the globals as they are.
+        {kLeaves, [] { slib::Throw(-48, "a \"b\\\" c\rd"); }, {"-48", "-48", "a \"b\\\" c\rd"}}};
     for (size_t i = 0; i < std::size(cases); ++i) {
         EXPECT_EQ(After(cases[i].policy, cases[i].body), cases[i].outcome) << "case " << i;
     }
+}
+
+// A card reader without a card must fail the call, not ask on a screen no one may see.
+TEST_F(CallFrameUnit, BodiesRunWithoutSystemErrorBoxesAndTheCallerGetsItsModeBack) {
+    ASSERT_FALSE(slib::ErrorBoxesAreOff());
+    bool inCallFrame = false;
+    bool inBareFrame = false;
+    Run(kLeaves, [&](const FunctionCall&) {
+        inCallFrame = slib::ErrorBoxesAreOff();
+        slib::Throw(-43, "reported without boxes too");
+    });
+    fmlib::RunInBareFrame({1, host_.env(), *args_, *result_},
+                          [&](const FunctionCall&) { inBareFrame = slib::ErrorBoxesAreOff(); });
+    EXPECT_TRUE(inCallFrame);
+    EXPECT_TRUE(inBareFrame);
+    EXPECT_FALSE(slib::ErrorBoxesAreOff());
 }
 
 TEST_F(CallFrameUnit, FoundationCodesAreFilteredToTheReportableSet) {
@@ -80,6 +101,57 @@ TEST_F(CallFrameUnit, FoundationCodesAreFilteredToTheReportableSet) {
                   (Outcome{c.second, c.second, "it failed"}))
             << c.first;
     }
+}
+
+// Nest( n ) evaluates Nest( n - 1 ) inside itself; Nest( 0 ) fails in a call frame with the
+// message "deep", noting that it ran and what the frame answered the host.
+struct Nesting {
+    bool frameRan = false;
+    FmxErrcode frameAnswer = -1;
+} gNesting;
+
+FmxErrcode Nest(int16_t, const FmxExprEnv& env, const FmxDataVect& args, FmxData& result) {
+    const auto depth =
+        static_cast<int>(fmlib::FixPtAsFloat(fmlib::DataGetAsNumber(fmlib::DataVectAt(args, 0))));
+    if (depth > 0) {
+        const std::string inner = "Nest ( " + std::to_string(depth - 1) + " )";
+        return fmlib::ExprEnvEvaluate(
+            env, *fmlib::MakeText(std::u16string(inner.begin(), inner.end())), result);
+    }
+    gNesting.frameRan = true;
+    gNesting.frameAnswer = fmlib::RunInCallFrame(
+        kLeaves, {1, env, args, result}, [](const FunctionCall&) { slib::Throw(-43, "deep"); });
+    return 0;
+}
+
+// When the host refuses the calculation that sets the globals (here: one nested deeper than it
+// allows), the frame must not answer as if the failure had been reported.
+TEST_F(CallFrameUnit, GlobalsTheHostRefusesFailTheCalculationInstead) {
+    const fmlib::QuadCharPtr id = fmlib::NewQuadChar('T', 'e', 's', 't');
+    ASSERT_EQ(fmlib::ExprEnvRegisterExternalFunction(*id, 1, *fmlib::MakeText(u"Nest"),
+                                                     *fmlib::MakeText(u"Nest ( depth )"), 1, 1,
+                                                     0xFF01, Nest),
+              0);
+    int refusedAt = -1;
+    for (int depth = 0; depth < 40 && refusedAt < 0; ++depth) {
+        host_.Value("Let ( [ $$VFile_LastError = \"\" ; $$VFile_LastErrorMessage = \"\" ] ; 0 )");
+        gNesting = Nesting();
+        fmlib::DataPtr value = fmlib::NewData();
+        const std::string calculation = "Nest ( " + std::to_string(depth) + " )";
+        fmlib::ExprEnvEvaluate(
+            host_.env(), *fmlib::MakeText(std::u16string(calculation.begin(), calculation.end())),
+            *value);
+        ASSERT_TRUE(gNesting.frameRan) << "the host refused the nesting before the frame ran";
+        if (gNesting.frameAnswer != 0) {
+            EXPECT_EQ(gNesting.frameAnswer, fmlib::kUnreportedFailure);
+            EXPECT_EQ(host_.Print("$$VFile_LastErrorMessage"), "");
+            refusedAt = depth;
+            continue;
+        }
+        EXPECT_EQ(host_.Print("$$VFile_LastErrorMessage"), "deep") << depth;
+    }
+    EXPECT_GT(refusedAt, 0) << "the host never refused the globals";
+    fmlib::ExprEnvUnRegisterExternalFunction(*id, 1);
 }
 
 TEST_F(CallFrameUnit, ReentryOnTheSameThreadIsRefusedNotDeadlocked) {

@@ -10,6 +10,8 @@ namespace {
 
 // A child that hangs must not hang the test run; no correct run comes near this.
 constexpr DWORD kSafetyLimitMs = 300000;
+// How long a reader waits for the child between looks at its pipe.
+constexpr DWORD kPollMs = 5;
 
 std::wstring Wide(const std::string& utf8) {
     if (utf8.empty())
@@ -66,11 +68,34 @@ bool MakePipe(Handle& parentEnd, Handle& childEnd, bool childWrites) {
     return true;
 }
 
-void Drain(HANDLE pipe, std::string& into) {
+// Reads what the child writes until it has exited and the pipe holds nothing more. End of file
+// alone is not enough: a program the child started (Wine starts its desktop and console helpers
+// so) may hold the pipe's write end for as long as it lives, and a read would then never return.
+void Drain(HANDLE pipe, HANDLE process, std::string& into) {
     char buffer[4096];
-    DWORD got = 0;
-    while (ReadFile(pipe, buffer, sizeof(buffer), &got, nullptr) && got > 0)
+    for (;;) {
+        DWORD available = 0;
+        if (!PeekNamedPipe(pipe, nullptr, 0, nullptr, &available, nullptr)) {
+            // Every write end is closed. Wine then fails the peek even while the pipe still holds
+            // what the child wrote before it exited; reads take that and end, never blocking.
+            DWORD got = 0;
+            while (ReadFile(pipe, buffer, sizeof(buffer), &got, nullptr) && got != 0)
+                into.append(buffer, got);
+            return;
+        }
+        if (available == 0) {
+            // Once it has exited, all it wrote is in the pipe.
+            if (WaitForSingleObject(process, kPollMs) == WAIT_OBJECT_0 &&
+                (!PeekNamedPipe(pipe, nullptr, 0, nullptr, &available, nullptr) || available == 0))
+                return;
+            continue;
+        }
+        DWORD got = 0;
+        const DWORD wanted = available < sizeof(buffer) ? available : DWORD{sizeof(buffer)};
+        if (!ReadFile(pipe, buffer, wanted, &got, nullptr) || got == 0)
+            return;
         into.append(buffer, got);
+    }
 }
 
 // The parent's environment with the given variables set, as a sorted Unicode block.
@@ -161,8 +186,8 @@ ProcessResult RunProcess(const std::string& exe, const std::vector<std::string>&
     errWrite.Close();
     inRead.Close();
 
-    std::thread outReader(Drain, outRead.Get(), std::ref(result.out));
-    std::thread errReader(Drain, errRead.Get(), std::ref(result.err));
+    std::thread outReader(Drain, outRead.Get(), processHandle.Get(), std::ref(result.out));
+    std::thread errReader(Drain, errRead.Get(), processHandle.Get(), std::ref(result.err));
     DWORD written = 0;
     if (!options.input.empty()) {
         WriteFile(inWrite.Get(), options.input.data(), static_cast<DWORD>(options.input.size()),

@@ -41,27 +41,52 @@ void MoveTo(HANDLE file, int64_t offset, const char* message) {
     }
 }
 
-uint64_t SizeOf(const String& path) {
-    WIN32_FILE_ATTRIBUTE_DATA attributes{};
-    if (!GetFileAttributesExW(Wide(WithLongPathPrefix(path.units())), GetFileExInfoStandard,
-                              &attributes) ||
-        (attributes.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0) {
-        return 0;
-    }
-    return uint64_t{attributes.nFileSizeHigh} << 32 | attributes.nFileSizeLow;
+[[noreturn]] void ThrowTooLarge() {
+    Throw(kBadParameter, "File is too large to read into one value (4 GiB or more)");
 }
 
+// The file opened for reading, or no handle when there is no file to read: a missing item or a
+// folder.
 UniqueFileHandle OpenForReading(const String& path) {
-    UniqueFileHandle file =
-        OpenShared(WithLongPathPrefix(path.units()), GENERIC_READ, FileUse::kRead, OPEN_EXISTING);
-    if (!file.valid()) {
-        const DWORD error = GetLastError();
-        if (error == ERROR_FILE_NOT_FOUND || error == ERROR_PATH_NOT_FOUND) {
-            Throw(kItemNotFound, "Cannot read file");
-        }
-        Throw(kPermissionDenied, "Insufficent file permissions");
+    const std::u16string systemPath = WithLongPathPrefix(path.units());
+    UniqueFileHandle file = OpenShared(systemPath, GENERIC_READ, FileUse::kRead, OPEN_EXISTING);
+    if (file.valid()) {
+        return file;
     }
-    return file;
+    const DWORD error = GetLastError();
+    if (error == ERROR_FILE_NOT_FOUND || error == ERROR_PATH_NOT_FOUND) {
+        return file;
+    }
+    const DWORD attributes = GetFileAttributesW(Wide(systemPath));
+    if (attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0) {
+        return file;
+    }
+    Throw(kPermissionDenied, "Insufficent file permissions");
+}
+
+// Up to `limit` bytes from the file's current position to its end, however large the system
+// said it was: a size can be stale (an SMB client's cache) or too small (a file the system
+// generates as it is read).
+std::vector<uint8_t> ReadUpTo(HANDLE file, uint64_t limit, uint64_t expected) {
+    std::vector<uint8_t> bytes;
+    bytes.reserve(static_cast<size_t>(std::min(limit, expected)));
+    while (bytes.size() < limit) {
+        const size_t done = bytes.size();
+        const DWORD chunk = static_cast<DWORD>(std::min<uint64_t>(limit - done, kChunk));
+        bytes.resize(done + chunk);
+        DWORD read = 0;
+        if (!ReadFile(file, bytes.data() + done, chunk, &read, nullptr)) {
+            ThrowLastError("Cannot read file", GetLastError());
+        }
+        bytes.resize(done + read);
+        if (read == 0) {
+            break;
+        }
+        if (bytes.size() > kLargestRead) {
+            ThrowTooLarge();
+        }
+    }
+    return bytes;
 }
 
 // All bytes or an exception: a short write without a system error counts as a full disk.
@@ -110,36 +135,27 @@ void WriteNewFileAt(const String& path, const Data& data, int64_t at) {
 
 std::shared_ptr<const Data> FileManager::readFile(const String& path, FilePosition position,
                                                   uint64_t length) const {
-    const uint64_t size = SizeOf(path);
-    if (size == 0) {
+    const UniqueFileHandle file = OpenForReading(path);
+    if (!file.valid()) {
         return std::make_shared<Data>();
     }
-    const uint64_t start = static_cast<uint64_t>(AbsoluteOffset(position, size, true));
-    const uint64_t available = start < size ? size - start : 0;
-    const uint64_t wanted = std::min(length, available);
-    if (wanted > kLargestRead) {
-        Throw(kBadParameter, "File is too large to read into one value (4 GiB or more)");
+    // The size of what was opened, never of the path: for a file symbolic link the path's own
+    // attributes describe the link.
+    LARGE_INTEGER size{};
+    if (!GetFileSizeEx(file.get(), &size)) {
+        ThrowLastError("Cannot read file", GetLastError());
     }
-    const UniqueFileHandle file = OpenForReading(path);
-    std::vector<uint8_t> bytes(static_cast<size_t>(wanted));
-    if (wanted == 0) {
-        return std::make_shared<Data>(std::move(bytes));
+    const auto fileSize = static_cast<uint64_t>(size.QuadPart);
+    const auto start = static_cast<uint64_t>(AbsoluteOffset(position, fileSize, true));
+    const uint64_t expected = start < fileSize ? std::min(length, fileSize - start) : 0;
+    if (expected > kLargestRead) {
+        ThrowTooLarge();
+    }
+    if (length == 0) {
+        return std::make_shared<Data>();
     }
     MoveTo(file.get(), static_cast<int64_t>(start), "Cannot read file");
-    size_t done = 0;
-    while (done < bytes.size()) {
-        const DWORD chunk = static_cast<DWORD>(std::min<size_t>(bytes.size() - done, kChunk));
-        DWORD read = 0;
-        if (!ReadFile(file.get(), bytes.data() + done, chunk, &read, nullptr)) {
-            ThrowLastError("Cannot read file", GetLastError());
-        }
-        if (read == 0) {
-            break;  // the file shrank meanwhile: what is there is the result
-        }
-        done += read;
-    }
-    bytes.resize(done);
-    return std::make_shared<Data>(std::move(bytes));
+    return std::make_shared<Data>(ReadUpTo(file.get(), length, expected));
 }
 
 std::shared_ptr<const Data> FileManager::readWholeFile(const String& path) const {

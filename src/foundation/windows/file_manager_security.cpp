@@ -10,6 +10,8 @@
 
 #include "foundation/exception.h"
 #include "foundation/file_manager.h"
+#include "foundation/path_normal_form.h"
+#include "foundation/windows/file_sharing.h"
 #include "foundation/windows/item_security.h"
 
 namespace slib {
@@ -25,27 +27,45 @@ uint32_t GetRights(const String& path, Whose whose) {
 }
 
 // Writes a DACL only when a right is really missing: any write lets the system redo what it
-// derives from the DACL (Wine the Unix mode, Windows the inherited entries).
+// derives from the DACL (Wine the Unix mode). The new entry applies to the item alone, so it is
+// written to the item alone, through its handle: SetNamedSecurityInfoW would re-apply
+// inheritance to everything below a folder, at a cost that grows with the tree, while the call
+// lock holds every other call.
 void AddRights(const String& path, Whose whose, uint32_t rights, const char* message) {
-    const ItemSecurity security = ReadSecurity(path, RightsParts(whose), message);
+    const std::u16string systemPath = WithLongPathPrefix(path.units());
+    const auto open = [&](DWORD access) {
+        return OpenShared(systemPath, access, FileUse::kAttributes, OPEN_EXISTING,
+                          FILE_FLAG_BACKUP_SEMANTICS);
+    };
+    // Someone who may read the DACL but not write it still succeeds when nothing is missing.
+    UniqueFileHandle item = open(READ_CONTROL | WRITE_DAC);
+    const bool writable = item.valid();
+    if (!writable && GetLastError() == ERROR_ACCESS_DENIED) {
+        item = open(READ_CONTROL);
+    }
+    if (!item.valid()) {
+        ThrowLastError(message, GetLastError());
+    }
+    const ItemSecurity security = ReadSecurity(item.get(), RightsParts(whose), message);
     std::vector<BYTE> dacl = DaclAddingRights(whose, security, rights, message);
     if (dacl.empty()) {
         return;
     }
-    // The DACL keeps its protection from inheritance, whichever it had.
+    if (!writable) {
+        ThrowLastError(message, ERROR_ACCESS_DENIED);
+    }
+    // The DACL keeps its inheritance flags (protected or not, inherited entries marked so) as
+    // they were.
     SECURITY_DESCRIPTOR_CONTROL control = 0;
     DWORD revision = 0;
     GetSecurityDescriptorControl(security.descriptor.get(), &control, &revision);
-    const SECURITY_INFORMATION parts =
-        DACL_SECURITY_INFORMATION |
-        ((control & SE_DACL_PROTECTED) != 0 ? PROTECTED_DACL_SECURITY_INFORMATION
-                                            : UNPROTECTED_DACL_SECURITY_INFORMATION);
-    std::vector<wchar_t> buffer = PathBuffer(path);
-    const DWORD result =
-        SetNamedSecurityInfoW(buffer.data(), SE_FILE_OBJECT, parts, nullptr, nullptr,
-                              reinterpret_cast<PACL>(dacl.data()), nullptr);
-    if (result != ERROR_SUCCESS) {
-        ThrowLastError(message, result);
+    const SECURITY_DESCRIPTOR_CONTROL kept = SE_DACL_PROTECTED | SE_DACL_AUTO_INHERITED;
+    SECURITY_DESCRIPTOR descriptor;
+    if (!InitializeSecurityDescriptor(&descriptor, SECURITY_DESCRIPTOR_REVISION) ||
+        !SetSecurityDescriptorDacl(&descriptor, TRUE, reinterpret_cast<PACL>(dacl.data()), FALSE) ||
+        !SetSecurityDescriptorControl(&descriptor, kept, control & kept) ||
+        !SetKernelObjectSecurity(item.get(), DACL_SECURITY_INFORMATION, &descriptor)) {
+        ThrowLastError(message, GetLastError());
     }
 }
 

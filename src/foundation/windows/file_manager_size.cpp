@@ -5,6 +5,7 @@
 #include "foundation/exception.h"
 #include "foundation/file_manager.h"
 #include "foundation/windows/file_manager_handles.h"
+#include "foundation/windows/file_sharing.h"
 #include "foundation/windows/link_entries.h"
 
 namespace slib {
@@ -24,15 +25,23 @@ bool IsDotEntry(const wchar_t* name) {
 }  // namespace
 
 uint64_t FileManager::getItemSize(const String& path) const {
-    WIN32_FILE_ATTRIBUTE_DATA data;
-    if (!GetFileAttributesExW(Wide(WithLongPathPrefix(path.units())), GetFileExInfoStandard,
-                              &data)) {
+    // The item itself, opened: a path query describes a file symbolic link rather than the file,
+    // and a network client may answer it from a stale cache.
+    const UniqueFileHandle item =
+        OpenShared(WithLongPathPrefix(path.units()), FILE_READ_ATTRIBUTES, FileUse::kAttributes,
+                   OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS);
+    BY_HANDLE_FILE_INFORMATION info;
+    if (!item.valid() || !GetFileInformationByHandle(item.get(), &info)) {
         ThrowLastError("Cannot get item size", GetLastError());
     }
-    if ((data.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0) {
+    if ((info.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0) {
         return getFolderSize(path);
     }
-    return Combine(data.nFileSizeHigh, data.nFileSizeLow);
+    LARGE_INTEGER size{};
+    if (!GetFileSizeEx(item.get(), &size)) {
+        ThrowLastError("Cannot get item size", GetLastError());
+    }
+    return static_cast<uint64_t>(size.QuadPart);
 }
 
 uint64_t FileManager::getFolderSize(const String& path) const {

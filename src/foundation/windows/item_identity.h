@@ -9,6 +9,7 @@
 #include <cstdint>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "foundation/windows/unique_handles.h"
 
@@ -30,7 +31,34 @@ std::optional<ItemIdentity> IdentityOf(HANDLE item);
 // failure, with GetLastError() set. `systemPath` is the form the system is given (long form).
 UniqueFileHandle OpenItemItself(const std::u16string& systemPath, DWORD access = 0);
 
+// As OpenItemItself, but a link is followed to what it leads to (a mount point to the root of
+// its volume), as a program that opens the path by its name would.
+UniqueFileHandle OpenItemFollowed(const std::u16string& systemPath, DWORD access = 0);
+
 // IdentityOf(OpenItemItself(systemPath)); empty when it cannot be opened or has no id.
 std::optional<ItemIdentity> IdentityOfPath(const std::u16string& systemPath);
+
+// Every item `systemPath` answers to: the item itself and, when it is a link, what it leads to.
+// Empty when nothing can be opened there.
+std::vector<ItemIdentity> IdentitiesOfPath(const std::u16string& systemPath);
+
+// Whether the listing's 64-bit file id (FILE_ID_BOTH_DIR_INFO) is the one of `identity`. A
+// listing that gives no id (0) matches anything.
+bool MatchesListedId(const ItemIdentity& identity, int64_t listedId);
+
+// Whether the open item's delete is pending: it is gone for good once the last handle to it
+// closes, and no one can open it meanwhile.
+bool IsDeletePending(HANDLE item);
+
+// Whether nothing answers to `systemPath` any more: no item there, or one whose delete is pending
+// (opening it fails with STATUS_DELETE_PENDING, or its handle says so).
+bool IsGoneOrDeletePending(const std::u16string& systemPath);
+
+// Whether the open item is known under one name only (a folder, or a file without hard links).
+bool HasSingleName(HANDLE item);
+
+// Where the open item really is, in the "\\?\" form (a subst drive, a short name and a link
+// resolved); empty when the system cannot say.
+std::u16string FinalPathOf(HANDLE item);
 
 }  // namespace slib

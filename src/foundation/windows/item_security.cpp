@@ -62,6 +62,17 @@ ItemSecurity ReadSecurity(const String& path, SECURITY_INFORMATION parts, const 
     return security;
 }
 
+ItemSecurity ReadSecurity(HANDLE item, SECURITY_INFORMATION parts, const char* message) {
+    ItemSecurity security;
+    const DWORD result =
+        GetSecurityInfo(item, SE_FILE_OBJECT, parts, &security.owner, &security.group,
+                        &security.dacl, nullptr, security.descriptor.put());
+    if (result != ERROR_SUCCESS) {
+        ThrowLastError(message, result);
+    }
+    return security;
+}
+
 SECURITY_INFORMATION RightsParts(Whose whose) {
     switch (whose) {
         case Whose::kOwner:

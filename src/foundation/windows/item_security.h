@@ -30,6 +30,8 @@ std::vector<wchar_t> PathBuffer(const String& path);
 
 // GetNamedSecurityInfoW for `parts`; a refusal throws `message` with the returned code.
 ItemSecurity ReadSecurity(const String& path, SECURITY_INFORMATION parts, const char* message);
+// The same through an item already open (with READ_CONTROL).
+ItemSecurity ReadSecurity(HANDLE item, SECURITY_INFORMATION parts, const char* message);
 // The parts the rights of `whose` are read from: its SID (owner or group) and the DACL.
 SECURITY_INFORMATION RightsParts(Whose whose);
 // Everyone by its well-known SID (names are translated on localised systems); the owner and the

@@ -1,7 +1,5 @@
 #include "foundation/windows/link_entries.h"
 
-#include <vector>
-
 #include "foundation/case_fold.h"
 #include "foundation/windows/item_identity.h"
 #include "foundation/windows/wide_text.h"
@@ -13,26 +11,15 @@ namespace {
 // Where the open item really is ("\\?\" form, without a trailing separator), or its folder;
 // empty when the system cannot say.
 std::u16string FinalPath(HANDLE item, bool parent) {
-    std::vector<wchar_t> path(MAX_PATH);
-    for (;;) {
-        const DWORD length =
-            GetFinalPathNameByHandleW(item, path.data(), static_cast<DWORD>(path.size()), 0);
-        if (length == 0) {
-            return std::u16string();
-        }
-        if (length < path.size()) {
-            std::u16string text(reinterpret_cast<const char16_t*>(path.data()), length);
-            if (parent) {
-                const size_t separator = text.rfind(u'\\');
-                text.resize(separator == std::u16string::npos ? 0 : separator);
-            }
-            while (!text.empty() && text.back() == u'\\') {
-                text.pop_back();
-            }
-            return text;
-        }
-        path.resize(length + 1);
+    std::u16string text = FinalPathOf(item);
+    if (parent) {
+        const size_t separator = text.rfind(u'\\');
+        text.resize(separator == std::u16string::npos ? 0 : separator);
     }
+    while (!text.empty() && text.back() == u'\\') {
+        text.pop_back();
+    }
+    return text;
 }
 
 // Whether the item opened as `item` lies in the folder its name `systemPath` gives. One a link

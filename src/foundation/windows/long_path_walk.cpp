@@ -1,9 +1,13 @@
-// The long-path walk behind copy, move and delete when the shell cannot take the paths.
+// The long-path walk behind copy, move and delete when the shell cannot take the paths, and
+// behind every move of a folder. It works on handles: each folder is listed from its open handle
+// and each entry opened inside it as the item itself, checked to be the item listed, then acted
+// on through that handle, so a folder swapped for a link meanwhile is never entered.
 
 // windows.h first: the other system headers build on its types.
 #include <windows.h>
 
 #include <algorithm>
+#include <optional>
 #include <vector>
 
 #include "foundation/error_codes.h"
@@ -12,8 +16,11 @@
 #include "foundation/item_name_rules.h"
 #include "foundation/windows/file_manager_handles.h"
 #include "foundation/windows/file_sharing.h"
+#include "foundation/windows/item_identity.h"
 #include "foundation/windows/link_entries.h"
 #include "foundation/windows/long_path_walk.h"
+#include "foundation/windows/open_file_copy.h"
+#include "foundation/windows/open_items.h"
 
 namespace slib {
 namespace long_path {
@@ -26,56 +33,26 @@ namespace {
 // recursion's stack small whatever the links do.
 constexpr int kMaxDepth = 1000;
 
-struct Entry {
-    std::u16string name;
-    DWORD attributes;
-    DWORD reparseTag;
-    bool isFolder() const { return (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0; }
-    bool isLink() const { return IsLinkEntry(attributes, reparseTag); }
+// What each walk opens an item with: enough to list a folder and to read its kind and its id, and
+// for removals to rename or delete it.
+constexpr DWORD kLook = FILE_READ_ATTRIBUTES;
+constexpr DWORD kRemove = kRemovalAccess;
+
+// The item the tree changed under us: what was listed is not what was opened.
+constexpr DWORD kChangedMeanwhile = ERROR_CANT_ACCESS_FILE;
+
+// One item of a walk, open: what its folder's listing said it is and what its handle says.
+struct OpenItem {
+    UniqueFileHandle handle;
+    std::u16string path;  // long form, for the calls that only take a path
+    bool folder = false;  // a folder we may enter: no link, by the listing and by the handle
+    bool link = false;
+    // A link the system opened as what it points at (Wine's Unix links): not the item listed.
+    bool linkNotHeld = false;
 };
 
-// The folder's entries, read in full before anything below it changes.
-std::vector<Entry> ListFolder(const std::u16string& longFolder, const char* message) {
-    std::vector<Entry> entries;
-    WIN32_FIND_DATAW found;
-    const UniqueFindHandle search(FindFirstFileW(Wide(longFolder + u"\\*"), &found));
-    if (!search.valid()) {
-        const DWORD error = GetLastError();
-        if (error == ERROR_FILE_NOT_FOUND || error == ERROR_NO_MORE_FILES) {
-            return entries;
-        }
-        ThrowLastError(message, error);
-    }
-    do {
-        const std::u16string name = reinterpret_cast<const char16_t*>(found.cFileName);
-        if (name != u"." && name != u"..") {
-            entries.push_back(Entry{name, found.dwFileAttributes, found.dwReserved0});
-        }
-    } while (FindNextFileW(search.get(), &found));
-    const DWORD error = GetLastError();
-    if (error != ERROR_NO_MORE_FILES) {
-        ThrowLastError(message, error);
-    }
-    return entries;
-}
-
-DWORD AttributesOf(const std::u16string& longPath) {
-    return GetFileAttributesW(Wide(longPath));
-}
-
-bool IsFolder(const std::u16string& longPath) {
-    const DWORD attributes = AttributesOf(longPath);
-    return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
-}
-
-// The shell replaces and removes read-only and hidden items without asking; the system calls
-// refuse them (CopyFileExW a hidden or read-only target, the removals a read-only item).
-void MakeReplaceable(const std::u16string& longPath) {
-    const DWORD refused = FILE_ATTRIBUTE_READONLY | FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_SYSTEM;
-    const DWORD attributes = AttributesOf(longPath);
-    if (attributes != INVALID_FILE_ATTRIBUTES && (attributes & refused) != 0) {
-        SetFileAttributesW(Wide(longPath), attributes & ~refused);
-    }
+DWORD FolderAccess(DWORD access) {
+    return access | FILE_LIST_DIRECTORY;
 }
 
 void CheckDepth(int depth, const char* message) {
@@ -84,145 +61,268 @@ void CheckDepth(int depth, const char* message) {
     }
 }
 
-// Creates `to` unless a folder is there already (then the copy merges into it).
-void MakeFolder(const std::u16string& to, const char* message) {
-    if (!CreateDirectoryW(Wide(to), nullptr)) {
-        const DWORD error = GetLastError();
-        if (error != ERROR_ALREADY_EXISTS || !IsFolder(to)) {
-            ThrowLastError(message, error);
-        }
+// Fills the kinds from the listing's record and the open handle: a link by either is a link.
+void Classify(OpenItem& item, DWORD listedAttributes, DWORD listedTag, const char* message) {
+    DWORD attributes = 0;
+    DWORD tag = 0;
+    if (!AttributesOfOpen(item.handle.get(), attributes, tag)) {
+        ThrowLastError(message, GetLastError());
     }
+    const bool heldAsLink = IsLinkEntry(attributes, tag);
+    item.link = heldAsLink || IsLinkEntry(listedAttributes, listedTag);
+    item.linkNotHeld = item.link && !heldAsLink;
+    item.folder = !item.link && (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
 }
 
-void CopyFileOver(const std::u16string& from, const std::u16string& to, const char* message) {
-    MakeReplaceable(to);
-    if (!RetryWhileBusy(from, [&] {
-            return CopyFileExW(Wide(from), Wide(to), nullptr, nullptr, nullptr, 0) != 0;
+// Opens an entry of the open folder `parent` inside it and makes sure it is the item listed.
+OpenItem OpenListed(const OpenItem& parent, const ListedEntry& entry, DWORD access,
+                    const char* message) {
+    OpenItem child;
+    child.path = parent.path + u"\\" + entry.name;
+    const bool folder = (entry.attributes & FILE_ATTRIBUTE_DIRECTORY) != 0 &&
+                        !IsLinkEntry(entry.attributes, entry.reparseTag);
+    if (!RetryWhileBusy(child.path, [&] {
+            child.handle =
+                OpenChild(parent.handle.get(), entry.name, folder ? FolderAccess(access) : access);
+            return child.handle.valid();
         })) {
         ThrowLastError(message, GetLastError());
     }
+    const std::optional<ItemIdentity> identity = IdentityOf(child.handle.get());
+    if (!identity || !MatchesListedId(*identity, entry.fileId)) {
+        ThrowLastError(message, kChangedMeanwhile);
+    }
+    Classify(child, entry.attributes, entry.reparseTag, message);
+    if (folder != child.folder) {
+        ThrowLastError(message, kChangedMeanwhile);
+    }
+    return child;
 }
 
-void RemoveFolder(const std::u16string& path, const char* message) {
-    MakeReplaceable(path);
-    if (!RemoveDirectoryW(Wide(path))) {
+// Opens the item a walk starts from, itself. Its own find record stands for the listing (a root
+// has none); `follow` opens what a link leads to instead, for a copy of a link named in the call.
+OpenItem OpenTop(const std::u16string& longPath, DWORD access, bool follow, const char* message) {
+    DWORD listedAttributes = 0;
+    DWORD listedTag = 0;
+    WIN32_FIND_DATAW found;
+    const UniqueFindHandle search(FindFirstFileW(Wide(longPath), &found));
+    if (search.valid()) {
+        listedAttributes = found.dwFileAttributes;
+        listedTag = found.dwReserved0;
+    }
+    const bool folder = search.valid() ? (listedAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0
+                                       : KindOf(longPath) == ItemKind::kFolder;
+    OpenItem top;
+    top.path = longPath;
+    const DWORD wanted = folder ? FolderAccess(access) : access;
+    if (!RetryWhileBusy(longPath, [&] {
+            top.handle =
+                follow ? OpenItemFollowed(longPath, wanted) : OpenItemItself(longPath, wanted);
+            return top.handle.valid();
+        })) {
+        ThrowLastError(message, GetLastError());
+    }
+    if (follow) {
+        listedAttributes &= ~FILE_ATTRIBUTE_REPARSE_POINT;
+    }
+    Classify(top, listedAttributes, listedTag, message);
+    return top;
+}
+
+std::vector<ListedEntry> Entries(const OpenItem& folder, const char* message) {
+    std::vector<ListedEntry> entries;
+    if (!ListOpenFolder(folder.handle.get(), entries)) {
+        ThrowLastError(message, GetLastError());
+    }
+    return entries;
+}
+
+DWORD AttributesOf(const std::u16string& longPath) {
+    return GetFileAttributesW(Wide(longPath));
+}
+
+// The shell replaces read-only and hidden items without asking; the system refuses to replace a
+// hidden or read-only file.
+void MakeReplaceable(const std::u16string& longPath) {
+    const DWORD refused = FILE_ATTRIBUTE_READONLY | FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_SYSTEM;
+    const DWORD attributes = AttributesOf(longPath);
+    if (attributes != INVALID_FILE_ATTRIBUTES && (attributes & refused) != 0) {
+        SetFileAttributesW(Wide(longPath), attributes & ~refused);
+    }
+}
+
+// The bytes come from the open file the walk checked, not from its path.
+void CopyFileOver(const OpenItem& from, const std::u16string& to, const char* message) {
+    MakeReplaceable(to);
+    if (!RetryWhileBusy(from.path, [&] { return CopyOpenFile(from.handle.get(), to); })) {
         ThrowLastError(message, GetLastError());
     }
 }
 
-void RemoveFile(const std::u16string& path, const char* message) {
-    MakeReplaceable(path);
-    if (!RetryWhileBusy(path, [&] { return DeleteFileW(Wide(path)) != 0; })) {
+// The folder a copy writes into, opened: the one named in the call (made when missing; it may be
+// a link the caller chose), or one inside a folder we opened, which must be a real folder.
+OpenItem OpenTargetFolder(const OpenItem* parent, const std::u16string& name,
+                          const std::u16string& path, const char* message) {
+    OpenItem target;
+    target.path = path;
+    if (parent == nullptr) {
+        if (!CreateDirectoryW(Wide(path), nullptr) && GetLastError() != ERROR_ALREADY_EXISTS) {
+            ThrowLastError(message, GetLastError());
+        }
+        target.handle = OpenItemFollowed(path, FolderAccess(kLook));
+    } else {
+        target.handle =
+            OpenChild(parent->handle.get(), name, FolderAccess(kLook), ChildOpen::kFolderOrCreate);
+    }
+    if (!target.handle.valid()) {
         ThrowLastError(message, GetLastError());
     }
+    Classify(target, 0, 0, message);
+    if (!target.folder) {
+        // A file, or below the named target a link: never written through.
+        ThrowLastError(message, target.link ? ERROR_CANT_ACCESS_FILE : ERROR_ALREADY_EXISTS);
+    }
+    return target;
 }
 
-// A link below the item copied is left out: neither the link nor what it points at is copied.
-void CopyEntry(const std::u16string& from, const std::u16string& to, const Entry& entry, int depth,
-               const char* message) {
+// Copies the open item to `to`; a link below the item copied is left out: neither the link nor
+// what it points at is copied.
+void CopyOpen(const OpenItem& from, const OpenItem* toParent, const std::u16string& toName,
+              const std::u16string& to, int depth, const char* message) {
     CheckDepth(depth, message);
-    if (depth > 0 && entry.isLink()) {
-        return;
-    }
-    if (!entry.isFolder()) {
+    if (!from.folder) {
         CopyFileOver(from, to, message);
         return;
     }
-    MakeFolder(to, message);
-    for (const Entry& child : ListFolder(from, message)) {
-        CopyEntry(from + u"\\" + child.name, to + u"\\" + child.name, child, depth + 1, message);
-    }
-}
-
-void DeleteEntry(const std::u16string& path, const Entry& entry, int depth, const char* message) {
-    CheckDepth(depth, message);
-    if (!entry.isFolder()) {
-        RemoveFile(path, message);
-        return;
-    }
-    // A link goes, never what it points to.
-    if (!entry.isLink()) {
-        for (const Entry& child : ListFolder(path, message)) {
-            DeleteEntry(path + u"\\" + child.name, child, depth + 1, message);
+    const OpenItem target = OpenTargetFolder(toParent, toName, to, message);
+    for (const ListedEntry& entry : Entries(from, message)) {
+        if (IsLinkEntry(entry.attributes, entry.reparseTag)) {
+            continue;
+        }
+        const OpenItem child = OpenListed(from, entry, kLook, message);
+        if (!child.link) {
+            CopyOpen(child, &target, entry.name, to + u"\\" + entry.name, depth + 1, message);
         }
     }
-    RemoveFolder(path, message);
 }
 
-// Moves each entry of `from` into the folder `to`, then removes `from`, which is empty by then.
-void MoveContents(const std::u16string& from, const std::u16string& to, int depth,
-                  const char* message);
-
-void MoveEntry(const std::u16string& from, const std::u16string& to, const Entry& entry, int depth,
-               const char* message) {
+// Deletes the open item (opened for removal) and everything in it; a link goes, never what it
+// points to.
+void DeleteOpen(const OpenItem& item, int depth, const char* message) {
     CheckDepth(depth, message);
-    if (entry.isFolder() && !entry.isLink() && IsFolder(to)) {
+    if (item.folder) {
+        for (const ListedEntry& entry : Entries(item, message)) {
+            DeleteOpen(OpenListed(item, entry, kRemove, message), depth + 1, message);
+        }
+    }
+    if (item.linkNotHeld) {
+        // Deleting this handle would delete what the link points at.
+        ThrowLastError(message, ERROR_CANT_ACCESS_FILE);
+    }
+    if (!RetryWhileBusy(item.path, [&] { return DeleteOpenItem(item.handle.get()); })) {
+        ThrowLastError(message, GetLastError());
+    }
+}
+
+// Deletes the links found in the open folder's tree, nothing else.
+void DeleteLinksIn(const OpenItem& folder, int depth, const char* message) {
+    CheckDepth(depth, message);
+    if (!folder.folder) {
+        return;
+    }
+    for (const ListedEntry& entry : Entries(folder, message)) {
+        const bool link = IsLinkEntry(entry.attributes, entry.reparseTag);
+        if (link || (entry.attributes & FILE_ATTRIBUTE_DIRECTORY) != 0) {
+            const OpenItem child = OpenListed(folder, entry, link ? kRemove : kLook, message);
+            if (child.link) {
+                DeleteOpen(child, depth + 1, message);
+            } else {
+                DeleteLinksIn(child, depth + 1, message);
+            }
+        }
+    }
+}
+
+// Removes what a failed move made at its target; a failure to do so changes nothing reported.
+void RemoveQuietly(const std::u16string& longPath, const char* message) {
+    try {
+        DeleteOpen(OpenTop(longPath, kRemove, false, message), 0, message);
+    } catch (const Exception&) {
+    }
+}
+
+// Across volumes: a copy that must be complete before the source goes. A failed copy takes away
+// what it made at a new target, so a failed move leaves nothing there.
+void MoveAcross(const OpenItem& from, const std::u16string& to, int depth, const char* message) {
+    if (from.link) {
+        // A link cannot travel to another volume: inside the tree it goes with its source, as a
+        // copy leaves it out; the one the caller named stays, refused.
+        if (depth == 0) {
+            ThrowLastError(message, ERROR_NOT_SAME_DEVICE);
+        }
+        DeleteOpen(from, depth, message);
+        return;
+    }
+    const bool targetWasThere = AttributesOf(to) != INVALID_FILE_ATTRIBUTES;
+    try {
+        CopyOpen(from, nullptr, u"", to, depth, message);
+        // The links, which do not travel, go first: a system that cannot remove one fails the move
+        // while the source is still whole, and the copy can go again.
+        DeleteLinksIn(from, depth, message);
+    } catch (const Exception&) {
+        if (!targetWasThere) {
+            RemoveQuietly(to, message);
+        }
+        throw;
+    }
+    DeleteOpen(from, depth, message);
+}
+
+void MoveOpen(const OpenItem& from, const std::u16string& to, int depth, const char* message);
+
+// Moves each entry of the open folder `from` into the folder `to`, then removes `from`, empty by
+// then.
+void MoveContents(const OpenItem& from, const std::u16string& to, int depth, const char* message) {
+    for (const ListedEntry& entry : Entries(from, message)) {
+        MoveOpen(OpenListed(from, entry, kRemove, message), to + u"\\" + entry.name, depth + 1,
+                 message);
+    }
+    if (!DeleteOpenItem(from.handle.get())) {
+        ThrowLastError(message, GetLastError());
+    }
+}
+
+bool IsRealFolder(const std::u16string& longPath) {
+    const DWORD attributes = AttributesOf(longPath);
+    return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0 &&
+           (attributes & FILE_ATTRIBUTE_REPARSE_POINT) == 0;
+}
+
+bool Rename(const OpenItem& from, const std::u16string& to) {
+    if (from.linkNotHeld) {
+        // The handle holds what the link points at; the link itself is reached by its name.
+        return MoveFileExW(Wide(from.path), Wide(to), 0) != 0;
+    }
+    return RenameOpenItem(from.handle.get(), to, !from.folder);
+}
+
+void MoveOpen(const OpenItem& from, const std::u16string& to, int depth, const char* message) {
+    CheckDepth(depth, message);
+    if (from.folder && IsRealFolder(to)) {
         MoveContents(from, to, depth, message);
         return;
     }
-    if (!entry.isFolder()) {
+    if (!from.folder) {
         MakeReplaceable(to);
     }
-    // No MOVEFILE_COPY_ALLOWED: across volumes we copy and delete item by item ourselves, so a
-    // failure leaves every source item whose copy did not complete where it was.
-    const DWORD flags = entry.isFolder() ? 0 : MOVEFILE_REPLACE_EXISTING;
-    if (RetryWhileBusy(from, [&] { return MoveFileExW(Wide(from), Wide(to), flags) != 0; })) {
+    if (RetryWhileBusy(from.path, [&] { return Rename(from, to); })) {
         return;
     }
     const DWORD error = GetLastError();
     if (error != ERROR_NOT_SAME_DEVICE) {
         ThrowLastError(message, error);
     }
-    // Across volumes a link cannot travel: the one inside the tree goes with its source (as a copy
-    // leaves it out), the one the caller named stays, refused. Never is its target entered.
-    if (entry.isLink()) {
-        if (depth == 0) {
-            ThrowLastError(message, error);
-        }
-        DeleteEntry(from, entry, depth, message);
-        return;
-    }
-    if (entry.isFolder()) {
-        MakeFolder(to, message);
-        MoveContents(from, to, depth, message);
-        return;
-    }
-    CopyFileOver(from, to, message);
-    RemoveFile(from, message);
-}
-
-void MoveContents(const std::u16string& from, const std::u16string& to, int depth,
-                  const char* message) {
-    for (const Entry& child : ListFolder(from, message)) {
-        MoveEntry(from + u"\\" + child.name, to + u"\\" + child.name, child, depth + 1, message);
-    }
-    RemoveFolder(from, message);
-}
-
-// The entry record of an existing item; the caller's checks have made sure it exists. Its own
-// find record carries the reparse tag; a root has none, and no tag.
-Entry EntryOf(const std::u16string& longPath, const char* message) {
-    WIN32_FIND_DATAW found;
-    const UniqueFindHandle search(FindFirstFileW(Wide(longPath), &found));
-    if (search.valid()) {
-        return Entry{u"", found.dwFileAttributes, found.dwReserved0};
-    }
-    const DWORD attributes = AttributesOf(longPath);
-    if (attributes == INVALID_FILE_ATTRIBUTES) {
-        ThrowLastError(message, GetLastError());
-    }
-    return Entry{u"", attributes, 0};
-}
-
-// A copy or move onto itself or into its own tree would never end; the shell refuses it too.
-void RefuseOwnTree(const std::u16string& from, const std::u16string& to, const char* message) {
-    if (to.size() < from.size() || (to.size() > from.size() && to[from.size()] != u'\\')) {
-        return;
-    }
-    if (CompareStringOrdinal(Wide(from), static_cast<int>(from.size()), Wide(to),
-                             static_cast<int>(from.size()), TRUE) == CSTR_EQUAL) {
-        ThrowLastError(message, ERROR_INVALID_PARAMETER);
-    }
+    MoveAcross(from, to, depth, message);
 }
 
 std::u16string WithoutTrailingSeparators(std::u16string path) {
@@ -325,22 +425,17 @@ bool NeedsWalk(const std::u16string& source, const std::u16string& target) {
 }
 
 void CopyTree(const std::u16string& source, const std::u16string& target, const char* message) {
-    const std::u16string from = LongForm(source);
-    const std::u16string to = LongForm(target);
-    RefuseOwnTree(from, to, message);
-    CopyEntry(from, to, EntryOf(from, message), 0, message);
+    // The item named in the call is copied as what it leads to.
+    const OpenItem from = OpenTop(LongForm(source), kLook, true, message);
+    CopyOpen(from, nullptr, u"", LongForm(target), 0, message);
 }
 
 void MoveTree(const std::u16string& source, const std::u16string& target, const char* message) {
-    const std::u16string from = LongForm(source);
-    const std::u16string to = LongForm(target);
-    RefuseOwnTree(from, to, message);
-    MoveEntry(from, to, EntryOf(from, message), 0, message);
+    MoveOpen(OpenTop(LongForm(source), kRemove, false, message), LongForm(target), 0, message);
 }
 
 void DeleteTree(const std::u16string& path, const char* message) {
-    const std::u16string longPath = LongForm(path);
-    DeleteEntry(longPath, EntryOf(longPath, message), 0, message);
+    DeleteOpen(OpenTop(LongForm(path), kRemove, false, message), 0, message);
 }
 
 }  // namespace long_path

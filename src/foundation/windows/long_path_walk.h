@@ -37,8 +37,10 @@ std::u16string TransferTarget(const std::u16string& source, const std::u16string
 bool NeedsWalk(const std::u16string& source, const std::u16string& target);
 
 // The transfers themselves. Each throws slib::Exception with `message` and the system's last
-// error of the step that failed; what was done before the failure stays done, but a move never
-// deletes a source item whose copy did not complete.
+// error of the step that failed; what was done before the failure stays done. A move on one
+// volume is a rename; across volumes it is a copy that must complete before the source is
+// deleted, and a failed copy takes away what it made at a new target. The caller refuses a
+// transfer into the source's own tree first.
 void CopyTree(const std::u16string& source, const std::u16string& target, const char* message);
 void MoveTree(const std::u16string& source, const std::u16string& target, const char* message);
 void DeleteTree(const std::u16string& path, const char* message);

@@ -1,9 +1,9 @@
 #include "foundation/windows/provisional_file.h"
 
 #include <algorithm>
-#include <cstring>
 #include <vector>
 
+#include "foundation/windows/open_items.h"
 #include "foundation/windows/temporary_names.h"
 #include "foundation/windows/wide_text.h"
 
@@ -29,20 +29,6 @@ bool MarkForDeletion(HANDLE file, bool remove) {
     disposition.DeleteFile = remove ? TRUE : FALSE;
     return SetFileInformationByHandle(file, FileDispositionInfo, &disposition,
                                       sizeof disposition) != 0;
-}
-
-bool RenameTo(HANDLE file, const std::u16string& systemPath) {
-    // The name given whole: the system also reads it relative to a folder handle, which not every
-    // implementation supports.
-    const size_t nameBytes = systemPath.size() * sizeof(char16_t);
-    std::vector<uint8_t> buffer(sizeof(FILE_RENAME_INFO) + nameBytes);
-    auto* rename = reinterpret_cast<FILE_RENAME_INFO*>(buffer.data());
-    rename->ReplaceIfExists = FALSE;
-    rename->RootDirectory = nullptr;
-    rename->FileNameLength = static_cast<DWORD>(nameBytes);
-    std::memcpy(rename->FileName, systemPath.data(), nameBytes);
-    return SetFileInformationByHandle(file, FileRenameInfo, rename,
-                                      static_cast<DWORD>(buffer.size())) != 0;
 }
 
 }  // namespace
@@ -120,7 +106,7 @@ bool ProvisionalFile::copyAs(const std::u16string& systemPath) {
         SetFileTime(copy.get(), nullptr, nullptr, &modified);
     }
     // Renamed while still marked where the system allows that; elsewhere kept first.
-    if (RenameTo(copy.get(), systemPath)) {
+    if (RenameOpenItem(copy.get(), systemPath, false)) {
         if (!MarkForDeletion(copy.get(), false)) {
             return fail(GetLastError());  // it goes with the handle: absent, not cut short
         }
@@ -129,7 +115,7 @@ bool ProvisionalFile::copyAs(const std::u16string& systemPath) {
         if (IsTaken(error) || !MarkForDeletion(copy.get(), false)) {
             return fail(error);
         }
-        if (!RenameTo(copy.get(), systemPath)) {
+        if (!RenameOpenItem(copy.get(), systemPath, false)) {
             const DWORD renameError = GetLastError();
             MarkForDeletion(copy.get(), true);
             return fail(renameError);

@@ -10,8 +10,4 @@ FILEOP_FLAGS FileOperationFlags() {
     return file_manager_detail::HasInteractiveDesktop() ? always : always | FOF_NOERRORUI;
 }
 
-ULONG ShellExecuteQuietMask() {
-    return file_manager_detail::HasInteractiveDesktop() ? 0 : SEE_MASK_FLAG_NO_UI;
-}
-
 }  // namespace slib

@@ -14,7 +14,4 @@ namespace slib {
 // For SHFileOperationW: silent and unconfirmed always; FOF_NOERRORUI without a desktop.
 FILEOP_FLAGS FileOperationFlags();
 
-// For ShellExecuteExW: SEE_MASK_FLAG_NO_UI without a desktop, else nothing.
-ULONG ShellExecuteQuietMask();
-
 }  // namespace slib

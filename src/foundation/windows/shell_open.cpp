@@ -1,5 +1,6 @@
 // Handing an item to the shell: open it with its associated program, or show it in a folder
-// window.
+// window. Both are for someone at the screen: where no one can see a window (a service such as
+// FileMaker Server), they fail at once rather than start programs nobody can see or close.
 
 // windows.h first: the other system headers build on its types.
 #include <windows.h>
@@ -11,11 +12,12 @@
 #include "foundation/exception.h"
 #include "foundation/file_manager.h"
 #include "foundation/windows/file_manager_handles.h"
-#include "foundation/windows/shell_dialog_flags.h"
+#include "foundation/windows/interactive_desktop.h"
 
 namespace slib {
 
 using file_manager_detail::ComScope;
+using file_manager_detail::RequireInteractiveDesktop;
 using file_manager_detail::Wide;
 
 namespace {
@@ -26,7 +28,7 @@ namespace {
 bool ShellOpen(const String& path) {
     SHELLEXECUTEINFOW request = {};
     request.cbSize = sizeof(request);
-    request.fMask = SEE_MASK_NOASYNC | SEE_MASK_FLAG_NO_UI | ShellExecuteQuietMask();
+    request.fMask = SEE_MASK_NOASYNC | SEE_MASK_FLAG_NO_UI;
     request.lpVerb = L"open";
     request.lpFile = path.wide();
     request.nShow = SW_SHOWNORMAL;
@@ -36,6 +38,7 @@ bool ShellOpen(const String& path) {
 }  // namespace
 
 void FileManager::openFile(const String& path) const {
+    RequireInteractiveDesktop();
     // Associations may be shell extensions that need COM on this thread.
     const ComScope com;
     if (!ShellOpen(path)) {
@@ -44,6 +47,7 @@ void FileManager::openFile(const String& path) const {
 }
 
 void FileManager::revealItem(const String& path) const {
+    RequireInteractiveDesktop();
     const std::u16string& item = path.units();
     const size_t separator = item.rfind(u'\\');
     const std::u16string parent =

@@ -3,6 +3,7 @@
 #include <exception>
 #include <thread>
 
+#include "foundation/error_boxes.h"
 #include "foundation/windows/file_manager_handles.h"
 
 namespace slib {
@@ -19,6 +20,7 @@ void RunInSingleThreadedApartment(const std::function<void()>& work) {
     }
     std::exception_ptr failure;
     std::thread apartment([&] {
+        const NoErrorBoxes noBoxes;
         const ComScope com;
         try {
             work();
