@@ -217,17 +217,14 @@ class FileManager : public Object {
                                          uint64_t length) const;
     std::shared_ptr<const Data> readWholeFile(const String& path) const;
     // Writes all bytes at `position` (never truncated), in place: a failure part way leaves the
-    // bytes written so far. A missing file is created as writeNewFile does, whole or absent.
+    // bytes written so far. A missing file is created whole under its name or not at all, even
+    // if the process dies meanwhile.
     // "Cannot open file for writing" or, for a failed or short write, "Cannot write to file",
     // both with the system's error. Returns the number of bytes written.
     uint64_t writeFile(const String& path, const Data& data, FilePosition position) const;
     // Writes a whole new file beside it and swaps it in (ReplacementFile): a failure leaves the old
     // file as it was. "Cannot write to file" with the system's error.
     uint64_t replaceFile(const String& path, const Data& data) const;
-    // Creates the file and writes the data, the file whole under its name or absent, even if the
-    // process dies meanwhile; "Cannot open file for writing" when an item of that name exists,
-    // "Cannot write to file" when the write fails.
-    bool writeNewFile(const Data& data, const String& path) const;
     // Bare names of a folder's entries, in the system's order, without "." and "..";
     // "Cannot read folder contents" when the folder cannot be searched.
     std::vector<std::shared_ptr<const String>> listFolder(const String& path) const;

@@ -171,12 +171,7 @@ uint64_t FileManager::writeFile(const String& path, const Data& data, FilePositi
             ThrowLastError("Cannot open file for writing", error);
         }
         // Not there yet: made whole or not at all, the bytes where a new file puts them.
-        const int64_t at = AbsoluteOffset(position, 0, false);
-        if (at == 0) {
-            writeNewFile(data, path);
-        } else {
-            WriteNewFileAt(path, data, at);
-        }
+        WriteNewFileAt(path, data, AbsoluteOffset(position, 0, false));
         return data.size();
     }
     LARGE_INTEGER size{};
@@ -192,11 +187,6 @@ uint64_t FileManager::writeFile(const String& path, const Data& data, FilePositi
 uint64_t FileManager::replaceFile(const String& path, const Data& data) const {
     ReplaceFileContents(path.units(), data.bytes().data(), data.size(), "Cannot write to file");
     return data.size();
-}
-
-bool FileManager::writeNewFile(const Data& data, const String& path) const {
-    WriteNewFileAt(path, data, 0);
-    return true;
 }
 
 std::string FileManager::getMimeType(const String& path) const {
