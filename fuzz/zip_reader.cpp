@@ -55,7 +55,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
         archive::EntryDecoder decoder;
         std::vector<uint8_t> bytes;
         for (uint64_t index = 0, count = reader.entryCount(); index < count; ++index) {
-            const archive::ArchiveEntry entry = reader.readEntry();
+            archive::ArchiveEntry entry = reader.readEntry();  // locating settles its sizes
             if (entry.name.find(u'\0') != std::u16string::npos) {
                 continue;  // left out, as unpacking leaves it out
             }
