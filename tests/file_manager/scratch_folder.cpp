@@ -174,10 +174,17 @@ void ScratchTest::SetUp() {
     if (base.back() == u'\\') {
         base.pop_back();
     }
-    root_ = base + u"\\vf-fm-" + FromWide(std::to_wstring(GetCurrentProcessId()).c_str()) + u"-" +
-            FromWide(std::to_wstring(++counter).c_str());
-    RemoveTree(root_);
-    ASSERT_TRUE(CreateDirectoryW(Wide(root_), nullptr)) << Narrow(root_);
+    // Process ids come round again (Wine's with every new server): a folder an earlier run could
+    // not remove is passed by, never shared.
+    for (int attempt = 0;; ++attempt) {
+        root_ = base + u"\\vf-fm-" + FromWide(std::to_wstring(GetCurrentProcessId()).c_str()) +
+                u"-" + FromWide(std::to_wstring(++counter).c_str());
+        RemoveTree(root_);
+        if (CreateDirectoryW(Wide(root_), nullptr)) {
+            break;
+        }
+        ASSERT_LT(attempt, 100) << Narrow(root_);
+    }
 }
 
 void ScratchTest::TearDown() {
