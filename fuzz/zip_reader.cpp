@@ -1,4 +1,4 @@
-// fuzz-sources: src/archive/*.cpp src/foundation/*.cpp
+// fuzz-sources: src/archive/*.cpp src/foundation/*.cpp src/foundation/posix/error_boxes.cpp
 // fuzz-libs: -lz -ldeflate
 // The whole unpacking path on an archive held in memory, on this thread, as the unpacking worker
 // and the writer threads run it: end records, central directory, names, containment, then each
