@@ -13,16 +13,6 @@ constexpr DWORD kSafetyLimitMs = 300000;
 // How long a reader waits for the child between looks at its pipe.
 constexpr DWORD kPollMs = 5;
 
-std::wstring Wide(const std::string& utf8) {
-    if (utf8.empty())
-        return {};
-    const int n =
-        MultiByteToWideChar(CP_UTF8, 0, utf8.data(), static_cast<int>(utf8.size()), nullptr, 0);
-    std::wstring out(static_cast<size_t>(n), L'\0');
-    MultiByteToWideChar(CP_UTF8, 0, utf8.data(), static_cast<int>(utf8.size()), &out[0], n);
-    return out;
-}
-
 std::string Narrow(const std::wstring& wide) {
     if (wide.empty())
         return {};
@@ -110,7 +100,7 @@ std::wstring EnvironmentBlock(const std::vector<std::pair<std::string, std::stri
     }
     FreeEnvironmentStringsW(block);
     for (const auto& [name, value] : extra)
-        vars[Wide(name)] = Wide(value);
+        vars[WideFromUtf8(name)] = WideFromUtf8(value);
     std::wstring out;
     for (const auto& [name, value] : vars)
         out += name + L"=" + value + L'\0';
@@ -118,6 +108,16 @@ std::wstring EnvironmentBlock(const std::vector<std::pair<std::string, std::stri
 }
 
 }  // namespace
+
+std::wstring WideFromUtf8(const std::string& utf8) {
+    if (utf8.empty())
+        return {};
+    const int n =
+        MultiByteToWideChar(CP_UTF8, 0, utf8.data(), static_cast<int>(utf8.size()), nullptr, 0);
+    std::wstring out(static_cast<size_t>(n), L'\0');
+    MultiByteToWideChar(CP_UTF8, 0, utf8.data(), static_cast<int>(utf8.size()), &out[0], n);
+    return out;
+}
 
 std::string QuoteArgument(const std::string& arg) {
     if (!arg.empty() && arg.find_first_of(" \t\n\v\"") == std::string::npos)
@@ -161,9 +161,9 @@ ProcessResult RunProcess(const std::string& exe, const std::vector<std::string>&
     std::string commandLine = QuoteArgument(exe);
     for (const std::string& arg : args)
         commandLine += " " + QuoteArgument(arg);
-    std::wstring command = Wide(commandLine);
+    std::wstring command = WideFromUtf8(commandLine);
     std::wstring environment = EnvironmentBlock(options.environment);
-    const std::wstring directory = Wide(options.workingDirectory);
+    const std::wstring directory = WideFromUtf8(options.workingDirectory);
 
     STARTUPINFOW startup{};
     startup.cb = sizeof(startup);

@@ -49,4 +49,7 @@ std::string BesideTest(const std::string& fileName);
 // One argument quoted for a Windows command line (as CommandLineToArgvW reads it back).
 std::string QuoteArgument(const std::string& arg);
 
+// UTF-8 text as the wide text Windows' calls take.
+std::wstring WideFromUtf8(const std::string& utf8);
+
 }  // namespace vf::test

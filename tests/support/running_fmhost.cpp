@@ -3,27 +3,13 @@
 #include "support/fmhost_process.h"
 
 namespace vf::test {
-namespace {
-
-std::wstring Wide(const std::string& utf8) {
-    if (utf8.empty())
-        return {};
-    const int n =
-        MultiByteToWideChar(CP_UTF8, 0, utf8.data(), static_cast<int>(utf8.size()), nullptr, 0);
-    std::wstring out(static_cast<size_t>(n), L'\0');
-    MultiByteToWideChar(CP_UTF8, 0, utf8.data(), static_cast<int>(utf8.size()), &out[0], n);
-    return out;
-}
-
-}  // namespace
-
 RunningFmhost::RunningFmhost(const std::vector<std::string>& args,
                              const std::string& workingDirectory) {
     std::string commandLine = QuoteArgument(BesideTest("fmhost.exe"));
     for (const std::string& arg : args)
         commandLine += " " + QuoteArgument(arg);
-    std::wstring command = Wide(commandLine);
-    const std::wstring directory = Wide(workingDirectory);
+    std::wstring command = WideFromUtf8(commandLine);
+    const std::wstring directory = WideFromUtf8(workingDirectory);
     // No standard handles: nothing the child prints can hold the test up.
     STARTUPINFOW startup{};
     startup.cb = sizeof(startup);
