@@ -4,6 +4,7 @@
 
 #include "foundation/windows/file_sharing.h"
 #include "foundation/windows/open_items.h"
+#include "foundation/windows/replacement_file.h"
 #include "foundation/windows/unique_handles.h"
 #include "foundation/windows/wide_text.h"
 
@@ -114,19 +115,22 @@ bool CopyOpenFile(HANDLE source, const std::u16string& systemTarget) {
         !GetFileInformationByHandleEx(reader.get(), FileBasicInfo, &basic, sizeof basic)) {
         return false;
     }
+    // Written under a name of ours and renamed through its handle once whole, so a kill leaves at
+    // most a recognisable "~vf-*.partial", never a cut file under the real name. Not deleted on
+    // close: the named streams are opened by the file's name, which a delete mark would refuse.
+    const std::u16string temporary = TemporaryNameBeside(systemTarget);
     const UniqueFileHandle writer(CreateFileW(
-        Wide(systemTarget), GENERIC_WRITE | DELETE, ShareModeFor(FileUse::kWrite), nullptr,
-        CREATE_ALWAYS, FILE_ATTRIBUTE_NORMAL | FILE_FLAG_SEQUENTIAL_SCAN, nullptr));
+        Wide(temporary), GENERIC_WRITE | kRemovalAccess, ShareModeFor(FileUse::kWrite), nullptr,
+        CREATE_NEW, FILE_ATTRIBUTE_NORMAL | FILE_FLAG_SEQUENTIAL_SCAN, nullptr));
     if (!writer.valid()) {
         return false;
     }
-    if (CopyBytes(reader.get(), writer.get()) && CopyNamedStreams(reader.get(), systemTarget) &&
-        TakeOver(writer.get(), basic)) {
+    if (CopyBytes(reader.get(), writer.get()) && CopyNamedStreams(reader.get(), temporary) &&
+        TakeOver(writer.get(), basic) && RenameOpenItem(writer.get(), systemTarget, true)) {
         return true;
     }
     const DWORD error = GetLastError();
-    FILE_DISPOSITION_INFO gone = {TRUE};
-    SetFileInformationByHandle(writer.get(), FileDispositionInfo, &gone, sizeof gone);
+    DeleteOpenItem(writer.get());  // read-only by now, perhaps: this one deletes that too
     SetLastError(error);
     return false;
 }

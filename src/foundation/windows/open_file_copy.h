@@ -10,9 +10,10 @@
 
 namespace slib {
 
-// Copies the open file `source` (any access) to `systemTarget`, a full path in long form, created
-// or replaced there by its name: its data and named streams, its attributes and its last-write
-// time, as the system's own file copy does. A copy that fails is taken away again. False with
+// Copies the open file `source` (any access) to `systemTarget`, a full path in long form: its data
+// and named streams, its attributes and its last-write time, as the system's own file copy does.
+// The copy is made beside the target under a temporary name and takes the target's name (replacing
+// a file there) only when whole; a copy that fails is taken away again. False with
 // GetLastError() set on failure: ERROR_CANT_ACCESS_FILE when the item could not be read as itself.
 bool CopyOpenFile(HANDLE source, const std::u16string& systemTarget);
 
