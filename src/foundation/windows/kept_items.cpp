@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <vector>
 
+#include "foundation/case_fold.h"
 #include "foundation/path_normal_form.h"
 #include "foundation/windows/item_identity.h"
 #include "foundation/windows/long_path_walk.h"
@@ -53,14 +54,6 @@ std::vector<std::u16string> FolderChain(const std::u16string& path) {
     return chain;
 }
 
-bool SameTextIgnoringCase(const std::u16string& a, const std::u16string& b) {
-    return a.size() == b.size() &&
-           CompareStringOrdinal(reinterpret_cast<const wchar_t*>(a.data()),
-                                static_cast<int>(a.size()),
-                                reinterpret_cast<const wchar_t*>(b.data()),
-                                static_cast<int>(b.size()), TRUE) == CSTR_EQUAL;
-}
-
 void AddChainIdentities(const std::u16string& path, std::vector<ItemIdentity>& identities) {
     for (const std::u16string& folder : FolderChain(path)) {
         for (const ItemIdentity& identity : IdentitiesOfPath(long_path::LongForm(folder))) {
@@ -90,7 +83,7 @@ bool IsOrHolds(const std::u16string& path, const std::u16string& folder) {
     // identity at that moment never lets the database's own folder through.
     const std::u16string normal = NormalizePath(path);
     for (const std::u16string& holder : FolderChain(folder)) {
-        if (SameTextIgnoringCase(holder, normal)) {
+        if (EqualsIgnoringCase(holder, normal)) {
             return true;
         }
     }
