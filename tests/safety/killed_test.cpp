@@ -275,32 +275,37 @@ TEST_F(Killed, WritingAndPackingLeaveTheTargetAbsentOrAsItWas) {
     }
 }
 
-// A copy past the shell's path limit goes through our own walk: killed while the bytes go out,
-// the target's name never holds a cut file. Only the walk's temporary file may remain, under a
-// name that says it is ours.
-TEST_F(Killed, ALongPathCopyNeverLeavesACutFileUnderItsName) {
+// A copy goes through the shell, or past the shell's path limit through our own walk: killed
+// while the bytes go out, the target's name never holds a cut file. Only the copy under a name of
+// ours may remain.
+TEST_F(Killed, ACopyNeverLeavesACutFileUnderItsName) {
     writeLargeFile(u"source.bin");
-    std::u16string deep = u"out";
+    std::u16string deep = u"deep";
     makeFolder(deep);
     while (path(deep).size() < MAX_PATH + 20) {
         deep += u"\\a folder deep enough to pass the shell's limit";
         ASSERT_TRUE(CreateDirectoryW(Wide(u"\\\\?\\" + path(deep)), nullptr));
     }
-    const std::u16string copy = deep + u"\\copy.bin";
-    std::u16string written = copy;  // as a script writes it, from the database's folder
-    std::replace(written.begin(), written.end(), u'\\', u'/');
-    const auto host = start(u"VFile_Copy( \"source.bin\" ; \"" + written + u"\" )");
-    ASSERT_TRUE(host->started());
-    EXPECT_TRUE(KillWhen(*host, [&](const vf::test::RunningFmhost& running) {
-        return Wrote(running, GrowingSize(deep), 8 << 20);
-    })) << "the copy finished, or never wrote under a temporary name";
-    if (ListedSize(path(copy)) >= 0) {
-        EXPECT_TRUE(IsWholeLargeFile(path(copy))) << "copy.bin cut short";
-    }
-    for (const std::u16string& name : OurLeftovers(path(deep))) {
-        EXPECT_TRUE(slib::ReplacementFile::IsTemporaryName(name)) << Narrow(name);
+    makeFolder(u"out");
+    for (const std::u16string& folder : {std::u16string(u"out"), deep}) {
+        SCOPED_TRACE(Narrow(folder));
+        const std::u16string copy = folder + u"\\copy.bin";
+        std::u16string written = copy;  // as a script writes it, from the database's folder
+        std::replace(written.begin(), written.end(), u'\\', u'/');
+        const auto host = start(u"VFile_Copy( \"source.bin\" ; \"" + written + u"\" )");
+        ASSERT_TRUE(host->started());
+        EXPECT_TRUE(KillWhen(*host, [&](const vf::test::RunningFmhost& running) {
+            return Wrote(running, GrowingSize(folder), 8 << 20);
+        })) << "the copy finished, or never wrote under a name of ours";
+        if (ListedSize(path(copy)) >= 0) {
+            EXPECT_TRUE(IsWholeLargeFile(path(copy))) << "copy.bin cut short";
+        }
+        for (const std::u16string& name : OurLeftovers(path(folder))) {
+            EXPECT_TRUE(slib::ReplacementFile::IsTemporaryName(name)) << Narrow(name);
+        }
     }
     slib::test::RemoveTree(path(u"out"));
+    slib::test::RemoveTree(path(u"deep"));
 }
 
 }  // namespace

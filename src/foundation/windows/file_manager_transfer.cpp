@@ -18,6 +18,7 @@
 #include "foundation/windows/kept_items.h"
 #include "foundation/windows/long_path_walk.h"
 #include "foundation/windows/open_items.h"
+#include "foundation/windows/replacement_file.h"
 #include "foundation/windows/shell_file_operation.h"
 
 namespace slib {
@@ -156,6 +157,32 @@ bool RenamedInPlace(const std::u16string& source, const std::u16string& destinat
     return true;
 }
 
+// A new item takes its name only when whole: it is copied under a name of ours beside the target,
+// then renamed through a handle, so a copy cut short (a full disk, a killed process) is never
+// found under the target's name, only under one that says it is ours.
+void CopyUnderNameOfOurs(const String& source, const std::u16string& target) {
+    const std::u16string staging = TemporaryNameBeside(target);
+    try {
+        if (long_path::NeedsWalk(Plain(source), staging)) {
+            long_path::CopyTree(Plain(source), staging, "Cannot copy item");
+        } else {
+            const String stagingPath(staging);
+            const ShellOutcome outcome = RunShellOperation(FO_COPY, source, &stagingPath);
+            if (outcome.failed()) {
+                ThrowShellFailure("Cannot copy item", outcome);
+            }
+            RequireShellDid(long_path::KindOf(staging) != ItemKind::kNone, "Cannot copy item");
+        }
+        const UniqueFileHandle copy = OpenItemItself(long_path::LongForm(staging), kRemovalAccess);
+        if (!copy.valid() || !RenameOpenItem(copy.get(), long_path::LongForm(target), false)) {
+            ThrowLastError("Cannot copy item", GetLastError());
+        }
+    } catch (...) {
+        RemoveQuietly(staging);
+        throw;
+    }
+}
+
 }  // namespace
 
 void FileManager::refuseHolderOf(const String& path, const String& folder,
@@ -178,16 +205,15 @@ void FileManager::copyItem(const String& source, const String& destination) cons
         long_path::CopyTree(Plain(source), target, "Cannot copy item");
         return;
     }
-    const bool targetWasThere = TransferKind(*this, String(target)) != ItemKind::kNone;
+    if (TransferKind(*this, String(target)) == ItemKind::kNone) {
+        CopyUnderNameOfOurs(source, target);
+        return;
+    }
+    // An existing folder is merged into, item by item, as the shell does.
     const ShellOutcome outcome = RunShellOperation(FO_COPY, source, &destination);
     if (outcome.failed()) {
-        // What the failed copy made of a new item (a file cut short by a full disk) goes again.
-        if (!targetWasThere && TransferKind(*this, String(target)) != ItemKind::kNone) {
-            RemoveQuietly(target);
-        }
         ThrowShellFailure("Cannot copy item", outcome);
     }
-    RequireShellDid(TransferKind(*this, String(target)) != ItemKind::kNone, "Cannot copy item");
 }
 
 void FileManager::moveItem(const String& source, const String& destination) const {
