@@ -1,4 +1,6 @@
-#include "scratch_folder.h"
+// The Win32 bodies of the scratch-folder fixture.
+
+#include "file_manager/scratch_folder.h"
 
 #include <windows.h>
 
@@ -9,20 +11,14 @@
 namespace slib {
 namespace test {
 
+const char16_t kSeparator = u'\\';
+
 std::u16string FromWide(const wchar_t* text) {
     return reinterpret_cast<const char16_t*>(text);
 }
 
 const wchar_t* Wide(const std::u16string& text) {
     return reinterpret_cast<const wchar_t*>(text.c_str());
-}
-
-std::string Narrow(const std::u16string& text) {
-    return String(text).toUtf8();
-}
-
-std::u16string Quote(const std::u16string& text) {
-    return u"\"" + text + u"\"";
 }
 
 std::u16string BesideProgram(const std::u16string& name) {
@@ -73,6 +69,10 @@ void Collect(const std::u16string& base, const std::u16string& prefix,
 
 }  // namespace
 
+void CollectTree(const std::u16string& folder, std::map<std::u16string, std::string>& out) {
+    Collect(folder, u"", out);
+}
+
 void RemoveTree(const std::u16string& path) {
     const DWORD attributes = GetFileAttributesW(Wide(Long(path)));
     if (attributes == INVALID_FILE_ATTRIBUTES) {
@@ -105,24 +105,6 @@ bool ShellMergesMovedFolders(const std::u16string& probe) {
         GetFileAttributesW(Wide(probe + u"\\box\\a\\moved")) != INVALID_FILE_ATTRIBUTES;
     RemoveTree(probe);
     return merged;
-}
-
-std::optional<Exception> Caught(const std::function<void()>& action) {
-    try {
-        action();
-    } catch (const Exception& exception) {
-        return exception;
-    }
-    return std::nullopt;
-}
-
-std::string Failure(int32_t code, const std::string& message) {
-    return std::to_string(code) + " " + message;
-}
-
-std::string FailureOf(const std::function<void()>& action) {
-    const std::optional<Exception> exception = Caught(action);
-    return exception ? Failure(exception->error()->code(), exception->what()) : "";
 }
 
 namespace {
@@ -200,10 +182,6 @@ void ScratchTest::TearDown() {
     EXPECT_EQ(GetFileAttributesW(Wide(root_)), INVALID_FILE_ATTRIBUTES) << "scratch folder left";
 }
 
-std::u16string ScratchTest::path(const std::u16string& relative) const {
-    return relative.empty() ? root_ : root_ + u"\\" + relative;
-}
-
 void ScratchTest::makeFolder(const std::u16string& relative) const {
     ASSERT_TRUE(CreateDirectoryW(Wide(Long(path(relative))), nullptr)) << Narrow(relative);
 }
@@ -217,6 +195,17 @@ void ScratchTest::writeFile(const std::u16string& relative, const std::string& c
         WriteFile(file, content.data(), static_cast<DWORD>(content.size()), &written, nullptr);
     CloseHandle(file);
     ASSERT_TRUE(ok && written == content.size());
+}
+
+void ScratchTest::makeSparseFile(const std::u16string& relative, uint64_t size) const {
+    const HANDLE file = CreateFileW(Wide(Long(path(relative))), GENERIC_WRITE, 0, nullptr,
+                                    CREATE_NEW, FILE_ATTRIBUTE_NORMAL, nullptr);
+    ASSERT_NE(file, INVALID_HANDLE_VALUE) << Narrow(relative);
+    LARGE_INTEGER end;
+    end.QuadPart = static_cast<LONGLONG>(size);
+    const bool sized = SetFilePointerEx(file, end, nullptr, FILE_BEGIN) && SetEndOfFile(file);
+    CloseHandle(file);
+    ASSERT_TRUE(sized);
 }
 
 std::optional<std::string> ScratchTest::readFile(const std::u16string& relative) const {
@@ -237,17 +226,6 @@ std::optional<std::string> ScratchTest::readFile(const std::u16string& relative)
 
 bool ScratchTest::exists(const std::u16string& relative) const {
     return GetFileAttributesW(Wide(Long(path(relative)))) != INVALID_FILE_ATTRIBUTES;
-}
-
-std::map<std::u16string, std::string> ScratchTest::snapshot(const std::u16string& relative) const {
-    std::map<std::u16string, std::string> tree;
-    Collect(path(relative), u"", tree);
-    for (auto& [name, content] : tree) {
-        if (content != "<dir>") {
-            content = readFile(relative.empty() ? name : relative + u"\\" + name).value_or("?");
-        }
-    }
-    return tree;
 }
 
 std::u16string ScratchTest::installRecorder() {
