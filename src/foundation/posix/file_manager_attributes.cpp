@@ -1,5 +1,5 @@
-// Item attributes by id: dates, sizes, free space; owner, group and rights are in
-// file_manager_security.cpp.
+// Item dates and free space; the attribute-id dispatch is shared (../file_manager_attributes.cpp)
+// and owner, group and rights are in file_manager_security.cpp.
 
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -11,7 +11,7 @@
 #include "foundation/error_codes.h"
 #include "foundation/exception.h"
 #include "foundation/file_manager.h"
-#include "foundation/number.h"
+#include "foundation/item_dates.h"
 #include "foundation/posix/local_time.h"
 #include "foundation/posix/system_path.h"
 #include "foundation/posix/unique_fds.h"
@@ -21,10 +21,6 @@ namespace slib {
 namespace {
 
 constexpr char kUnstorableDate[] = "The file cannot keep this date";
-
-[[noreturn]] void ThrowUnknownAttribute() {
-    Throw(kBadParameter, "Unknown file attribute requested");
-}
 
 std::shared_ptr<Object> ItemDate(const std::string& path, uint32_t id) {
     const char* message = "Cannot get item attributes";
@@ -109,68 +105,17 @@ void SetModificationDate(const std::string& path, const Object& value) {
     ThrowErrno(message, ENOTSUP);
 }
 
-uint32_t RightsArgument(const Object& value) {
-    const auto* number = dynamic_cast<const Number*>(&value);
-    if (number == nullptr) {
-        Throw(kBadParameter, "Wrong parameter");
-    }
-    return static_cast<uint32_t>(number->asInt64() & 7);
-}
-
 }  // namespace
 
-std::shared_ptr<Object> FileManager::getAttribute(const String& path, uint32_t id) const {
-    switch (id) {
-        case AttributeId::kCreated:
-        case AttributeId::kModified:
-            return ItemDate(SystemPath(path, "Cannot get item attributes"), id);
-        case AttributeId::kSize:
-        case AttributeId::kDataSize:
-            return std::make_shared<Number>(static_cast<int64_t>(getItemSize(path)));
-        case AttributeId::kResourceSize:
-            return std::make_shared<Number>(0);
-        case AttributeId::kAvailableSpace:
-            return std::make_shared<Number>(static_cast<int64_t>(getFreeSpace(path)));
-        case AttributeId::kOwner:
-            return std::const_pointer_cast<String>(getOwnerName(path));
-        case AttributeId::kGroup:
-            return std::const_pointer_cast<String>(getGroupName(path));
-        case AttributeId::kOwnerRights:
-            return std::make_shared<Number>(getOwnerRights(path));
-        case AttributeId::kGroupRights:
-            return std::make_shared<Number>(getGroupRights(path));
-        case AttributeId::kEveryoneRights:
-            return std::make_shared<Number>(getEveryoneRights(path));
-        default:
-            ThrowUnknownAttribute();
-    }
+std::shared_ptr<Object> file_manager_detail::GetItemDate(const String& path, uint32_t id) {
+    return ItemDate(SystemPath(path, "Cannot get item attributes"), id);
 }
 
-void FileManager::setAttribute(const String& path, uint32_t id, const Object& value) const {
-    switch (id) {
-        case AttributeId::kCreated:
-            RefuseCreationDate(value);
-        case AttributeId::kModified:
-            SetModificationDate(SystemPath(path, "Cannot modify file modification date"), value);
-            return;
-        case AttributeId::kOwner:
-            setOwner(path, *value.description());
-            return;
-        case AttributeId::kGroup:
-            setGroup(path, *value.description());
-            return;
-        case AttributeId::kOwnerRights:
-            setOwnerRights(path, RightsArgument(value));
-            return;
-        case AttributeId::kGroupRights:
-            setGroupRights(path, RightsArgument(value));
-            return;
-        case AttributeId::kEveryoneRights:
-            setEveryoneRights(path, RightsArgument(value));
-            return;
-        default:
-            ThrowUnknownAttribute();
+void file_manager_detail::SetItemDate(const String& path, uint32_t id, const Object& value) {
+    if (id == AttributeId::kCreated) {
+        RefuseCreationDate(value);
     }
+    SetModificationDate(SystemPath(path, "Cannot modify file modification date"), value);
 }
 
 uint64_t FileManager::getFreeSpace(const String& path) const {
