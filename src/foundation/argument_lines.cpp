@@ -2,7 +2,7 @@
 
 namespace slib {
 
-std::vector<std::u16string> ArgumentLines(const std::u16string& text) {
+std::vector<std::u16string> SplitArgumentLines(const std::u16string& text) {
     std::vector<std::u16string> lines;
     if (text.empty()) {
         return lines;

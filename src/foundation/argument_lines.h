@@ -1,12 +1,13 @@
 #pragma once
-// How VFile_Run's one text becomes a program's arguments, on every system.
+// VFile_Run's arguments arrive as one text, one argument per carriage-return separated line.
 
 #include <string>
 #include <vector>
 
 namespace slib {
 
-// The lines of `text` split at carriage returns, each one argument; an empty text has none.
-std::vector<std::u16string> ArgumentLines(const std::u16string& text);
+// The lines of `text` split at carriage returns; an empty text has none, and an empty line is an
+// empty argument.
+std::vector<std::u16string> SplitArgumentLines(const std::u16string& text);
 
 }  // namespace slib

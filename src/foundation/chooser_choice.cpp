@@ -1,6 +1,5 @@
-// Which chooser an item kind asks for, and its filter text: the same on every system, whatever
-// dialogs (if any) the system has.
-#include <vector>
+// The choosers' system-independent part: the filter text and the entry that picks a chooser by
+// item kind, before any dialog is asked for.
 
 #include "foundation/chooser_filter.h"
 #include "foundation/error_codes.h"
@@ -8,8 +7,6 @@
 #include "foundation/file_manager.h"
 
 namespace slib {
-
-using ChosenPaths = std::vector<std::shared_ptr<const String>>;
 
 std::shared_ptr<const String> FileManager::buildAllowedFilesFilter(
     const std::vector<std::shared_ptr<const String>>& extensions) const {
@@ -20,7 +17,7 @@ std::shared_ptr<const String> FileManager::buildAllowedFilesFilter(
     return std::make_shared<const String>(AllowedFilesFilter(units));
 }
 
-ChosenPaths FileManager::choose(
+std::vector<std::shared_ptr<const String>> FileManager::choose(
     int32_t kindPosition, bool several, const std::shared_ptr<const String>& folder,
     const std::shared_ptr<const String>& title,
     const std::vector<std::shared_ptr<const String>>& extensions) const {

@@ -26,7 +26,7 @@ TEST(ArgumentLines, SplitsAtCarriageReturnsOnly) {
         {u"a b\r\"c\"\nd", {u"a b", u"\"c\"\nd"}},
     };
     for (const LinesCase& c : cases) {
-        EXPECT_EQ(slib::ArgumentLines(c.text), c.arguments)
+        EXPECT_EQ(slib::SplitArgumentLines(c.text), c.arguments)
             << "text of " << std::u16string(c.text).size();
     }
 }

@@ -1,4 +1,5 @@
-// What a server engine on Linux cannot do fails at once with its one defined answer.
+// What the Linux build cannot do yet fails at once with its one defined answer (the server's
+// refusals of dialogs and mounts are the file manager's own tests).
 #include <gtest/gtest.h>
 
 #include <functional>
@@ -7,13 +8,11 @@
 
 #include "foundation/error.h"
 #include "foundation/exception.h"
-#include "foundation/file_manager.h"
 #include "picture/file_converter.h"
 #include "picture/picture_pixels.h"
 
 namespace {
 
-constexpr char kNoDesktop[] = "No interactive desktop to show the dialog on";
 constexpr char kNoPictures[] = "Pictures are not available on Linux yet";
 
 struct RefusalCase {
@@ -35,42 +34,6 @@ void ExpectRefusal(const RefusalCase& c) {
 
 const slib::String kItem(u"/tmp/vf-never-made/a.jpg");
 const slib::String kOther(u"/tmp/vf-never-made/b.png");
-const std::shared_ptr<const slib::String> kNone;
-
-TEST(UnavailableOnLinux, DesktopActionsAnswerNoDesktop) {
-    const slib::FileManager files;
-    const RefusalCase cases[] = {
-        {"open dialog", [&] { files.chooseFiles(true, kNone, kNone, kNone); }, 2400, kNoDesktop},
-        {"folder dialog", [&] { files.chooseFolder(kNone, kNone); }, 2400, kNoDesktop},
-        {"save dialog", [&] { files.chooseSaveFile(kNone, kNone); }, 2400, kNoDesktop},
-        {"choose file", [&] { files.choose(slib::CreateKind::kFile, false, kNone, kNone, {}); },
-         2400, kNoDesktop},
-        {"choose new", [&] { files.choose(slib::CreateKind::kNew, false, kNone, kNone, {}); }, 2400,
-         kNoDesktop},
-        // A bad kind is the caller's mistake before it is the system's lack.
-        {"choose bad kind", [&] { files.choose(7, false, kNone, kNone, {}); }, -50,
-         "Wrong parameter"},
-        {"open", [&] { files.openFile(kItem); }, 2400, kNoDesktop},
-        {"open with", [&] { files.openFileWithApplication(kItem, kOther); }, 2400, kNoDesktop},
-        {"reveal", [&] { files.revealItem(kItem); }, 2400, kNoDesktop},
-    };
-    for (const RefusalCase& c : cases) {
-        ExpectRefusal(c);
-    }
-}
-
-TEST(UnavailableOnLinux, MountingIsTheAdministratorsJob) {
-    const slib::FileManager files;
-    const RefusalCase cases[] = {
-        {"mount", [&] { files.mountVolume(slib::String(u"//server/share"), kNone, kNone, kNone); },
-         -4, "Mounting is not available on Linux: the administrator mounts shares on the server"},
-        {"unmount", [&] { files.unmountVolume(slib::String(u"/mnt/share")); }, -4,
-         "Unmounting is not available on Linux: the administrator unmounts shares on the server"},
-    };
-    for (const RefusalCase& c : cases) {
-        ExpectRefusal(c);
-    }
-}
 
 TEST(UnavailableOnLinux, PicturesFailWithOneAnswer) {
     const std::shared_ptr<slib::FileConverter> converter = slib::MakeFileConverter();

@@ -53,7 +53,7 @@ void FileManager::openFileWithApplication(const String& file, const String& appl
 void FileManager::runApplication(const String& application, const String& arguments) const {
     // Every argument gets backslash escapes, whatever rules the program splits its line by.
     std::u16string line;
-    for (const std::u16string& argument : ArgumentLines(arguments.units())) {
+    for (const std::u16string& argument : SplitArgumentLines(arguments.units())) {
         line += escapeForCommandLine(String(argument))->units();
     }
     if (!StartProcess(application, line)) {

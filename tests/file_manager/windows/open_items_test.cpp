@@ -6,9 +6,9 @@
 
 #include <algorithm>
 
+#include "file_manager/scratch_folder.h"
 #include "foundation/windows/item_identity.h"
 #include "foundation/windows/open_items.h"
-#include "scratch_folder.h"
 
 namespace slib {
 namespace test {

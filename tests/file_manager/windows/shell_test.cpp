@@ -8,9 +8,9 @@
 
 #include <thread>
 
+#include "file_manager/scratch_folder.h"
 #include "foundation/error_codes.h"
 #include "foundation/windows/single_threaded_apartment.h"
-#include "scratch_folder.h"
 
 namespace slib {
 namespace test {

@@ -1,6 +1,6 @@
 // The text conversions and the drive-letter choice: pure functions, no file system needed.
 
-#include "scratch_folder.h"
+#include "file_manager/scratch_folder.h"
 
 namespace slib {
 namespace test {

@@ -5,7 +5,7 @@
 
 #include <winnetwk.h>
 
-#include "scratch_folder.h"
+#include "file_manager/scratch_folder.h"
 
 namespace slib {
 namespace test {
