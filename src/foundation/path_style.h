@@ -14,6 +14,9 @@ enum class PathStyle {
 
 PathStyle NativePathStyle();
 
+// "\" or "/".
+char16_t SeparatorOf(PathStyle style);
+
 // The position of the last separator of `path`, or npos.
 size_t LastSeparator(std::u16string_view path, PathStyle style);
 

@@ -42,27 +42,28 @@ std::string ProcPath(int fd) {
 }
 
 // A name for the open, unnamed file `fd`; never replaces anything.
-int LinkUnnamed(int fd, const std::string& target) {
-    if (linkat(AT_FDCWD, ProcPath(fd).c_str(), AT_FDCWD, target.c_str(), AT_SYMLINK_FOLLOW) == 0) {
+int LinkUnnamed(int fd, int folder, const std::string& name) {
+    if (linkat(AT_FDCWD, ProcPath(fd).c_str(), folder, name.c_str(), AT_SYMLINK_FOLLOW) == 0) {
         return 0;
     }
     const int error = errno;
     if (error != ENOENT || access("/proc/self/fd", F_OK) == 0) {
         return error;
     }
-    return linkat(fd, "", AT_FDCWD, target.c_str(), AT_EMPTY_PATH) == 0 ? 0 : errno;
+    return linkat(fd, "", folder, name.c_str(), AT_EMPTY_PATH) == 0 ? 0 : errno;
 }
 
-// Moves `from` to `target` unless something is there; 0 or errno.
-int MoveWithoutReplacing(const std::string& from, const std::string& target) {
-    if (link(from.c_str(), target.c_str()) == 0) {
-        unlink(from.c_str());
+// Moves `from` to `to` unless something is there; 0 or errno.
+int MoveWithoutReplacing(int fromFolder, const std::string& from, int toFolder,
+                         const std::string& to) {
+    if (linkat(fromFolder, from.c_str(), toFolder, to.c_str(), 0) == 0) {
+        unlinkat(fromFolder, from.c_str(), 0);
         return 0;
     }
     if (!NoHardLinksHere(errno)) {
         return errno;
     }
-    if (renameat2(AT_FDCWD, from.c_str(), AT_FDCWD, target.c_str(), RENAME_NOREPLACE) == 0) {
+    if (renameat2(fromFolder, from.c_str(), toFolder, to.c_str(), RENAME_NOREPLACE) == 0) {
         return 0;
     }
     return errno;
@@ -70,10 +71,11 @@ int MoveWithoutReplacing(const std::string& from, const std::string& target) {
 
 // The folder's own record of a new name reaches the disk too; where it cannot, the name may be
 // lost in a power cut but the contents never cut short.
-void SyncFolderOf(const std::string& path) {
-    const UniqueFd folder(open(FolderOf(path).c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
-    if (folder) {
-        fsync(folder.get());
+void SyncFolderOf(int folder, const std::string& name) {
+    const UniqueFd opened(
+        openat(folder, FolderOf(name).c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    if (opened) {
+        fsync(opened.get());
     }
 }
 
@@ -105,6 +107,7 @@ ProvisionalFile::ProvisionalFile(const std::string& target) {
 
 ProvisionalFile::ProvisionalFile(ProvisionalFile&& other) noexcept
     : fd_(std::move(other.fd_)),
+      nameFolder_(other.nameFolder_),
       name_(std::exchange(other.name_, std::string())),
       end_(other.end_),
       error_(other.error_) {}
@@ -113,6 +116,7 @@ ProvisionalFile& ProvisionalFile::operator=(ProvisionalFile&& other) noexcept {
     if (this != &other) {
         discard();
         fd_ = std::move(other.fd_);
+        nameFolder_ = other.nameFolder_;
         name_ = std::exchange(other.name_, std::string());
         end_ = other.end_;
         error_ = other.error_;
@@ -127,7 +131,7 @@ ProvisionalFile::~ProvisionalFile() {
 void ProvisionalFile::discard() {
     if (!name_.empty()) {
         const int saved = errno;
-        unlink(name_.c_str());
+        unlinkat(nameFolder_, name_.c_str(), 0);
         errno = saved;
         name_.clear();
     }
@@ -167,23 +171,24 @@ bool ProvisionalFile::write(const uint8_t* bytes, uint64_t size) {
     return true;
 }
 
-bool ProvisionalFile::flushAndClose() {
-    if (fsync(fd_.get()) != 0) {
+bool ProvisionalFile::close(bool flush) {
+    if (flush && fsync(fd_.get()) != 0) {
         return fail(errno);
     }
     // A descriptor being written is closed here, not silently: a late write-back error shows.
-    if (close(fd_.release()) != 0) {
+    if (::close(fd_.release()) != 0) {
         return fail(errno);
     }
     return true;
 }
 
-bool ProvisionalFile::nameBeside(const std::string& target) {
+bool ProvisionalFile::nameBeside(int folder, const std::string& name) {
     for (int attempt = 0; attempt < 4 && name_.empty(); ++attempt) {
-        std::string name = TemporaryBeside(target);
-        const int error = LinkUnnamed(fd_.get(), name);
+        std::string temporary = TemporaryBeside(name);
+        const int error = LinkUnnamed(fd_.get(), folder, temporary);
         if (error == 0) {
-            name_ = std::move(name);
+            nameFolder_ = folder;
+            name_ = std::move(temporary);
         } else if (error != EEXIST) {
             return fail(error);
         }
@@ -191,40 +196,45 @@ bool ProvisionalFile::nameBeside(const std::string& target) {
     return !name_.empty() || fail(EEXIST);
 }
 
-bool ProvisionalFile::keepAs(const std::string& target) {
+bool ProvisionalFile::keepAt(int folder, const std::string& name, bool flush) {
     if (!fd_) {
         return fail(error_);
     }
-    if (fsync(fd_.get()) != 0) {
+    if (flush && fsync(fd_.get()) != 0) {
         return fail(errno);
     }
-    const int error =
-        name_.empty() ? LinkUnnamed(fd_.get(), target) : MoveWithoutReplacing(name_, target);
+    const int error = name_.empty() ? LinkUnnamed(fd_.get(), folder, name)
+                                    : MoveWithoutReplacing(nameFolder_, name_, folder, name);
     if (error != 0) {
         return fail(error);
     }
     name_.clear();
-    const int fd = fd_.release();
-    if (close(fd) != 0) {
-        // Flushed before it was named: the contents are whole, only the close complained.
+    if (::close(fd_.release()) != 0) {
+        // Named only when whole: the contents are there, only the close complained.
         error_ = errno;
     }
-    SyncFolderOf(target);
+    if (flush) {
+        SyncFolderOf(folder, name);
+    }
     return true;
 }
 
-bool ProvisionalFile::replace(const std::string& target) {
+bool ProvisionalFile::replaceAt(int folder, const std::string& name, bool flush) {
     if (!fd_) {
         return fail(error_);
     }
-    if (!nameBeside(target) || !flushAndClose()) {
+    if (!nameBeside(folder, name) || !close(flush)) {
         return false;
     }
-    if (rename(name_.c_str(), target.c_str()) != 0) {
-        return fail(errno);  // the temporary name goes with discard()
+    if (renameat(nameFolder_, name_.c_str(), folder, name.c_str()) != 0) {
+        const int error = errno;
+        discard();
+        return fail(error);
     }
     name_.clear();
-    SyncFolderOf(target);
+    if (flush) {
+        SyncFolderOf(folder, name);
+    }
     return true;
 }
 

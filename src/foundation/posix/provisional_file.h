@@ -9,6 +9,7 @@
 // Everything on Linux that creates a file's contents (writing, replacing, unpacking) creates it
 // through this.
 
+#include <fcntl.h>
 #include <sys/types.h>
 
 #include <cstdint>
@@ -40,21 +41,26 @@ class ProvisionalFile {
     bool write(const uint8_t* bytes, uint64_t size);
     // Flushes the file and gives it the name `target`, which must not exist (EEXIST when it
     // does), then closes it. False with error() set and the file still ours, unnamed.
-    bool keepAs(const std::string& target);
+    bool keepAs(const std::string& target) { return keepAt(AT_FDCWD, target, true); }
     // Flushes the file and puts it in the place of `target`, replacing what is there at once
     // (rename): a failure leaves `target` as it was. Then closes it.
-    bool replace(const std::string& target);
+    bool replace(const std::string& target) { return replaceAt(AT_FDCWD, target, true); }
+    // As keepAs and replace, for `name` in the open folder `folder` (AT_FDCWD: the current one).
+    // Without `flush` the file is whole or absent after a kill, but a power cut may cut it short.
+    bool keepAt(int folder, const std::string& name, bool flush);
+    bool replaceAt(int folder, const std::string& name, bool flush);
 
   private:
     bool fail(int error);
-    // Gives the file a temporary name beside `target` if it has none yet.
-    bool nameBeside(const std::string& target);
-    bool flushAndClose();
+    // Gives the file a temporary name beside `name` in `folder` if it has none yet.
+    bool nameBeside(int folder, const std::string& name);
+    bool close(bool flush);
     void discard();
 
     UniqueFd fd_;
-    std::string name_;  // the temporary name it has, if any
-    uint64_t end_ = 0;  // where write() appends
+    int nameFolder_ = AT_FDCWD;  // the folder its temporary name is in
+    std::string name_;           // the temporary name it has, if any
+    uint64_t end_ = 0;           // where write() appends
     int error_ = 0;
 };
 
