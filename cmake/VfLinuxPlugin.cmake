@@ -12,7 +12,7 @@ foreach(_vf_part slib vf_archive vf_picture vf_bridge vf_shell vf_functions)
     endif()
 endforeach()
 
-option(VF_LINUX_PLUGIN "Link Vantafile.fmx (every file-manager body for POSIX must be there)" OFF)
+option(VF_LINUX_PLUGIN "Link Vantafile.fmx (every file-manager body for POSIX must be there)" ON)
 if(NOT VF_LINUX_PLUGIN)
     return()
 endif()
@@ -32,4 +32,7 @@ target_link_options(Vantafile PRIVATE
     -Wl,-soname,${VF_VERSION}
     -Wl,--version-script=${VF_PLUGIN_EXPORTS}
     -Wl,-z,defs
-    -static-libstdc++ -static-libgcc)
+    -static-libstdc++ -static-libgcc
+    # Debian 12's static libstdc++ reaches arc4random (GLIBC_2.36) from std::random_device, which
+    # the plug-in never uses: dropping unused sections drops that need too.
+    -Wl,--gc-sections)

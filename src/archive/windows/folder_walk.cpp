@@ -1,4 +1,4 @@
-#include "archive/windows/folder_walk.h"
+#include "archive/folder_walk.h"
 
 #include <windows.h>
 

@@ -1,19 +1,30 @@
 #include "foundation/posix/system_path.h"
 
 #include <cerrno>
-#include <optional>
 
 #include "foundation/exception.h"
 #include "foundation/file_name_bytes.h"
 
 namespace slib {
 
+std::optional<std::string> SystemPath(const std::u16string& path) {
+    return TextToFileNameBytes(path);
+}
+
 std::string SystemPath(const String& path, const char* message) {
-    std::optional<std::string> bytes = TextToFileNameBytes(path.units());
+    std::optional<std::string> bytes = SystemPath(path.units());
     if (!bytes || bytes->empty()) {
         ThrowErrno(message, EINVAL);
     }
     return *bytes;
+}
+
+std::string FolderOf(const std::string& path) {
+    const size_t separator = path.rfind('/');
+    if (separator == std::string::npos) {
+        return ".";
+    }
+    return separator == 0 ? "/" : path.substr(0, separator);
 }
 
 PathParts SplitPath(const std::string& path) {

@@ -40,7 +40,7 @@ class SmallFilePrefetch {
 
     // File `index` (asked for in increasing order): its content, or nothing when it is not read
     // ahead (not wanted, or grown past kLargestFile since the walk). Reading it failed: throws
-    // what opening or reading it as a FileStream throws.
+    // what opening or reading it as OpenSourceFile throws.
     std::optional<PrefetchedFile> take(size_t index);
 
   private:

@@ -11,7 +11,8 @@
 namespace archive {
 
 struct WalkedItem {
-    std::u16string relativePath;  // "\" then the path below the walked folder: "\sub\a.txt"
+    // The separator, then the path below the walked folder: "\sub\a.txt", "/sub/a.txt".
+    std::u16string relativePath;
     EntryTime time;
     uint64_t size = 0;  // of a file, as listed (it may change before it is read)
 };
@@ -22,13 +23,15 @@ struct FolderWalk {
     std::vector<WalkedItem> files;
 };
 
-// A folder that cannot be listed contributes its own entry and nothing below it. A linked folder
-// (junction or symbolic link) is not entered, so a link back up the tree cannot make the walk
-// endless; it is stored as an empty folder.
+// A folder that cannot be listed contributes its own entry and nothing below it. Links are never
+// entered, so a link back up the tree cannot make the walk endless: on Windows a linked folder
+// (junction or symbolic link) is stored as an empty folder; on Linux a symbolic link, like any
+// item that is neither file nor folder (pipe, socket, device), is left out.
 FolderWalk WalkFolder(const std::u16string& source);
 
-// `path` without trailing separators ("C:\" gives "C:"), ready to have "\" and a name joined to
-// it: the long-path form takes names as they are, so a doubled separator would not resolve.
+// `path` without trailing separators ("C:\" gives "C:", "/" gives ""), ready to have a separator
+// and a name joined to it: the long-path form takes names as they are, so a doubled separator
+// would not resolve.
 std::u16string WithoutTrailingSeparators(std::u16string path);
 
 }  // namespace archive

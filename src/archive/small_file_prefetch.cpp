@@ -1,9 +1,9 @@
-#include "archive/windows/small_file_prefetch.h"
+#include "archive/small_file_prefetch.h"
 
 #include <algorithm>
 #include <utility>
 
-#include "archive/windows/archive_files.h"
+#include "archive/disk_files.h"
 
 namespace archive {
 
@@ -97,9 +97,9 @@ void SmallFilePrefetch::work() {
 SmallFilePrefetch::Result SmallFilePrefetch::read(size_t index) const noexcept {
     Result result;
     try {
-        FileStream file(paths_[index]);
+        const std::unique_ptr<SourceFile> file = OpenSourceFile(paths_[index]);
         // One byte more than listed, so a file that grew since shows it.
-        std::vector<uint8_t> bytes(static_cast<size_t>(std::min(file.size(), kLargestFile)) + 1);
+        std::vector<uint8_t> bytes(static_cast<size_t>(std::min(file->size(), kLargestFile)) + 1);
         size_t length = 0;
         for (;;) {
             if (length == bytes.size()) {
@@ -108,14 +108,14 @@ SmallFilePrefetch::Result SmallFilePrefetch::read(size_t index) const noexcept {
                 }
                 bytes.resize(static_cast<size_t>(kLargestFile) + 1);
             }
-            const size_t got = file.read(bytes.data() + length, bytes.size() - length);
+            const size_t got = file->read(bytes.data() + length, bytes.size() - length);
             if (got == 0) {
                 break;
             }
             length += got;
         }
         bytes.resize(length);
-        result.file = PrefetchedFile{std::move(bytes), file.time()};
+        result.file = PrefetchedFile{std::move(bytes), file->time()};
     } catch (...) {
         result.failure = std::current_exception();
     }

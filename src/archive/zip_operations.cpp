@@ -1,63 +1,30 @@
 #include "archive/zip_operations.h"
 
-#include <windows.h>
-
 #include <algorithm>
 #include <optional>
 #include <thread>
 #include <vector>
 
 #include "archive/archive_failures.h"
+#include "archive/disk_files.h"
 #include "archive/entry_names.h"
+#include "archive/folder_walk.h"
 #include "archive/memory_io.h"
-#include "archive/windows/archive_files.h"
-#include "archive/windows/disk_extract_target.h"
-#include "archive/windows/entry_file_time.h"
-#include "archive/windows/folder_walk.h"
-#include "archive/windows/oem_names.h"
-#include "archive/windows/small_file_prefetch.h"
+#include "archive/oem_names.h"
+#include "archive/small_file_prefetch.h"
 #include "archive/zip_reader.h"
 #include "archive/zip_writer.h"
 #include "foundation/case_fold.h"
-#include "foundation/file_manager.h"
-#include "foundation/windows/replacement_file.h"
-#include "foundation/windows/unique_handles.h"
-#include "foundation/windows/wide_text.h"
+#include "foundation/path_style.h"
 
 namespace archive {
 
 namespace {
 
-using slib::Wide;
-
 bool OpensAsArchive(const std::u16string& path) {
-    FileSource source(path);
-    return source.valid() && FindCentralDirectory(source).has_value();
+    const std::unique_ptr<ByteSource> source = OpenArchiveSource(path);
+    return source && FindCentralDirectory(*source).has_value();
 }
-
-// The archive being written: under its name only once complete (or beside an older file of that
-// name, which it replaces then), so a failed or killed compression leaves no archive cut short
-// and an older file as it was.
-class NewArchiveFile {
-  public:
-    explicit NewArchiveFile(const std::u16string& path) : file_(slib::WithLongPathPrefix(path)) {
-        if (!file_.valid()) {
-            FailArchiveNotCreated();
-        }
-    }
-    HANDLE handle() const { return file_.handle(); }
-    void complete() {
-        if (!file_.commit()) {
-            if (!file_.strandedOriginal().empty()) {
-                FailArchiveNotCreated(file_.strandedOriginal());
-            }
-            FailArchiveNotCreated();
-        }
-    }
-
-  private:
-    slib::ReplacementFile file_;
-};
 
 // One deflate worker per core, up to a number that keeps memory within bounds on large machines.
 unsigned WorkerCount() {
@@ -67,7 +34,7 @@ unsigned WorkerCount() {
 }
 
 std::u16string LastComponent(const std::u16string& path) {
-    const size_t separator = path.rfind(u'\\');
+    const size_t separator = slib::LastSeparator(path, slib::NativePathStyle());
     return separator == std::u16string::npos ? path : path.substr(separator + 1);
 }
 
@@ -81,16 +48,14 @@ void CompressItem(const slib::String& source, const slib::String& target) {
     if (!walk.sourceIsFolder && IsSameFile(source.units(), target.units())) {
         FailFileNotAdded();  // creating the target would destroy the very file it is to hold
     }
-    NewArchiveFile archive(target.units());
-    FileWriter writer(archive.handle());
+    const std::unique_ptr<ArchiveOutput> archive = CreateArchiveOutput(target.units());
     {
-        ZipWriter zip(writer, WorkerCount());
+        ZipWriter zip(*archive, WorkerCount());
         if (!walk.sourceIsFolder) {
-            FileStream file(source.units());
-            EntryTime time = file.time();
-            time.attributes =
-                KeptAttributes(GetFileAttributesW(Wide(slib::WithLongPathPrefix(source.units()))));
-            zip.addFile(LastComponent(source.units()), time, file, file.size());
+            const std::unique_ptr<SourceFile> file = OpenSourceFile(source.units(), true);
+            EntryTime time = file->time();
+            AddItemAttributes(source.units(), time);
+            zip.addFile(LastComponent(source.units()), time, *file, file->size());
         } else {
             if (walk.folders.empty() && walk.files.empty()) {
                 FailNothingToAdd();
@@ -98,7 +63,8 @@ void CompressItem(const slib::String& source, const slib::String& target) {
             for (const WalkedItem& folder : walk.folders) {
                 zip.addFolder(StoredNameFromRelativePath(folder.relativePath), folder.time);
             }
-            const std::u16string prefix = WithoutTrailingSeparators(source.units()) + u"\\";
+            const std::u16string prefix = WithoutTrailingSeparators(source.units()) +
+                                          slib::SeparatorOf(slib::NativePathStyle());
             const std::u16string targetName = LastComponent(target.units());
             std::vector<std::u16string> paths;
             std::vector<bool> readAhead;
@@ -115,10 +81,11 @@ void CompressItem(const slib::String& source, const slib::String& target) {
                 const std::u16string name =
                     StoredNameFromRelativePath(walk.files[index].relativePath);
                 // The walk listed the attributes; the file's own time is the one read with it.
-                const uint8_t attributes = walk.files[index].time.attributes;
+                const EntryTime& listed = walk.files[index].time;
                 if (std::optional<PrefetchedFile> small = prefetch.take(index)) {
                     MemoryStream content(small->bytes.data(), small->bytes.size());
-                    small->time.attributes = attributes;
+                    small->time.attributes = listed.attributes;
+                    small->time.unixMode = listed.unixMode;
                     zip.addFile(name, small->time, content, small->bytes.size());
                     continue;
                 }
@@ -128,25 +95,26 @@ void CompressItem(const slib::String& source, const slib::String& target) {
                     IsSameFile(paths[index], target.units())) {
                     continue;
                 }
-                FileStream file(paths[index]);
-                EntryTime time = file.time();
-                time.attributes = attributes;
-                zip.addFile(name, time, file, file.size());
+                const std::unique_ptr<SourceFile> file = OpenSourceFile(paths[index]);
+                EntryTime time = file->time();
+                time.attributes = listed.attributes;
+                time.unixMode = listed.unixMode;
+                zip.addFile(name, time, *file, file->size());
             }
         }
         zip.finish();
     }
-    archive.complete();
+    archive->complete();
 }
 
 void DecompressArchive(const slib::String& archive, const slib::String& target) {
-    FileSource source(archive.units());
-    if (!source.valid()) {
+    const std::unique_ptr<ByteSource> source = OpenArchiveSource(archive.units());
+    if (!source) {
         FailArchiveNotOpened();
     }
-    DiskExtractTarget disk(target.units());
-    ExtractArchive(source, disk, &DecodeOemName);
-    disk.makeFolder({});  // the target folder, even for an archive without entries
+    const std::unique_ptr<ExtractTarget> disk = OpenDiskExtractTarget(target.units());
+    ExtractArchive(*source, *disk, &DecodeOemName);
+    disk->makeFolder({});  // the target folder, even for an archive without entries
 }
 
 }  // namespace archive
