@@ -33,8 +33,11 @@ void WriteResourceString(uint32_t id, char16_t* buffer, uint64_t capacity) {
     if (capacity == 0) {
         return;
     }
-    const std::u16string text =
-        LoadResourceString(id, static_cast<size_t>(std::min<uint64_t>(capacity, INT32_MAX)));
+    // Loaded whole, then cut: the host's capacity sizes its buffer, never one of ours.
+    std::u16string text = LoadResourceString(id);
+    if (text.size() >= capacity) {
+        text.resize(static_cast<size_t>(capacity - 1));
+    }
     std::copy(text.begin(), text.end(), buffer);
     buffer[text.size()] = u'\0';
 }

@@ -1,7 +1,7 @@
 // A host process in miniature that has not loaded libFMWrapper.so itself: it loads the plug-in
-// as the server does (every symbol bound at once) and asks it for its name and options through
-// the Linux form of the record. Prints what the loader or the plug-in said; exit code 0 only
-// when both strings came back.
+// as the server does (every symbol bound at once) and asks it for its name (whole, and cut to a
+// small buffer) and options through the Linux form of the record. Prints what the loader or the
+// plug-in said; exit code 0 only when every string came back.
 #include <dlfcn.h>
 
 #include <cstdio>
@@ -12,7 +12,7 @@
 
 namespace {
 
-std::string AskString(FmxExternCallProcFn entry, uint8_t id) {
+std::string AskString(FmxExternCallProcFn entry, uint8_t id, uint64_t capacity) {
     char16_t buffer[256] = {};
     FmxExternCallRecord record{};
     record.extnVersion = 55;
@@ -20,7 +20,7 @@ std::string AskString(FmxExternCallProcFn entry, uint8_t id) {
     record.entryPoint = entry;
     record.whichCall = fmx::kMsgGetString;
     record.parm1 = id;
-    record.parm3 = sizeof(buffer) / sizeof(buffer[0]);
+    record.parm3 = capacity;
     record.result = reinterpret_cast<uintptr_t>(buffer);
     entry(&record);
     std::string text;
@@ -47,8 +47,10 @@ int main(int argc, char** argv) {
         std::printf("no FMExternCallProc\n");
         return 1;
     }
-    const std::string name = AskString(entry, fmx::kStrName);
-    const std::string options = AskString(entry, fmx::kStrOptions);
-    std::printf("name=%s;options=%s\n", name.c_str(), options.c_str());
-    return name.empty() || options.empty() ? 1 : 0;
+    const std::string name = AskString(entry, fmx::kStrName, 256);
+    // The host's capacity counts the terminating zero.
+    const std::string cut = AskString(entry, fmx::kStrName, 8);
+    const std::string options = AskString(entry, fmx::kStrOptions, 256);
+    std::printf("name=%s;cut=%s;options=%s\n", name.c_str(), cut.c_str(), options.c_str());
+    return name.empty() || cut.empty() || options.empty() ? 1 : 0;
 }
