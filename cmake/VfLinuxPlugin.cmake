@@ -19,8 +19,9 @@ endif()
 
 set(VF_PLUGIN_EXPORTS ${PROJECT_SOURCE_DIR}/src/shell/Vantafile.map)
 add_library(Vantafile SHARED)
-target_link_libraries(Vantafile PRIVATE vf_shell vf_functions vf_bridge vf_plugin_deps
-                                        vf_fmwrapper_import)
+# The emulated host's libFMWrapper.so: its soname is the bare name the server's library has, and
+# it exports every FM_ function of the interface, so a full link proves each import exists.
+target_link_libraries(Vantafile PRIVATE vf_shell vf_functions vf_bridge vf_plugin_deps FMWrapper)
 set_target_properties(Vantafile PROPERTIES
     PREFIX "" SUFFIX ".fmx" OUTPUT_NAME Vantafile
     LIBRARY_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/bin

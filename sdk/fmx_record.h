@@ -1,7 +1,8 @@
 // The record the host passes to the plug-in's FMExternCallProc for every lifecycle message.
-// It is packed: entryPoint sits unaligned, and every later field depends on where. The host on
-// Windows is an MSVC build with a 16-bit unusedID (entryPoint at 4, 72 bytes); the SDK's other
-// 64-bit compilers, Linux's included, make it 32-bit (entryPoint at 6, 74 bytes).
+// It is packed: entryPoint sits unaligned right after unusedID, and every later field depends on
+// that. The Windows host is an MSVC build with a 16-bit unusedID (entryPoint at 4, 72 bytes);
+// the Linux host is built by GCC, whose branch of the interface makes it 32-bit (entryPoint at 6,
+// 74 bytes).
 #pragma once
 
 #include <cstddef>
@@ -9,17 +10,19 @@
 
 #include "fmx_functions.h"
 
+#if defined(_WIN32)
+typedef int16_t FmxUnusedId;
+constexpr size_t kFmxRecordSize = 72;
+#else
+typedef int32_t FmxUnusedId;
+constexpr size_t kFmxRecordSize = 74;
+#endif
+
 extern "C" {
 
 typedef FmxErrcode (*FmxStartScriptFn)(const FmxText* fileName, const FmxText* scriptName,
                                        uint8_t control, const FmxData* parameter);
 typedef FmxErrcode (*FmxCurrentEnvFn)(FmxExprEnv* env);
-
-#if defined(_WIN32)
-typedef int16_t FmxUnusedId;
-#else
-typedef int32_t FmxUnusedId;
-#endif
 
 #pragma pack(push, 1)
 struct FmxExternCallRecord {
@@ -44,25 +47,21 @@ typedef void (*FmxExternCallProcFn)(FmxExternCallRecord*);
 
 }  // extern "C"
 
-// Every field after unusedID sits kFmxRecordShift bytes further on Linux than on Windows.
-constexpr size_t kFmxRecordShift = sizeof(FmxUnusedId) - 2;
+// Every field after unusedID moves with its width: 0 on Windows, 2 on Linux.
+constexpr size_t kFmxWidening = sizeof(FmxUnusedId) - sizeof(int16_t);
+static_assert(kFmxRecordSize == 72 + kFmxWidening, "record size follows the unused id's width");
 static_assert(offsetof(FmxExternCallRecord, extnVersion) == 0, "record layout");
 static_assert(offsetof(FmxExternCallRecord, unusedID) == 2, "record layout");
-static_assert(offsetof(FmxExternCallRecord, entryPoint) == 4 + kFmxRecordShift, "record layout");
-static_assert(offsetof(FmxExternCallRecord, unusedFlag) == 12 + kFmxRecordShift, "record layout");
-static_assert(offsetof(FmxExternCallRecord, whichCall) == 13 + kFmxRecordShift, "record layout");
-static_assert(offsetof(FmxExternCallRecord, unsafeCalls) == 14 + kFmxRecordShift, "record layout");
-static_assert(offsetof(FmxExternCallRecord, parm1) == 15 + kFmxRecordShift, "record layout");
-static_assert(offsetof(FmxExternCallRecord, parm2) == 16 + kFmxRecordShift, "record layout");
-static_assert(offsetof(FmxExternCallRecord, parm3) == 24 + kFmxRecordShift, "record layout");
-static_assert(offsetof(FmxExternCallRecord, instanceID) == 32 + kFmxRecordShift, "record layout");
-static_assert(offsetof(FmxExternCallRecord, result) == 40 + kFmxRecordShift, "record layout");
-static_assert(offsetof(FmxExternCallRecord, unused) == 48 + kFmxRecordShift, "record layout");
-static_assert(offsetof(FmxExternCallRecord, cStartScript) == 56 + kFmxRecordShift, "record layout");
-static_assert(offsetof(FmxExternCallRecord, cCurrentEnv) == 64 + kFmxRecordShift, "record layout");
-static_assert(sizeof(FmxExternCallRecord) == 72 + kFmxRecordShift, "record is 72 or 74 bytes");
-#if defined(_WIN32)
-static_assert(kFmxRecordShift == 0 && sizeof(FmxExternCallRecord) == 72, "Windows: 72 bytes");
-#else
-static_assert(kFmxRecordShift == 2 && sizeof(FmxExternCallRecord) == 74, "Linux: 74 bytes");
-#endif
+static_assert(offsetof(FmxExternCallRecord, entryPoint) == 4 + kFmxWidening, "record layout");
+static_assert(offsetof(FmxExternCallRecord, unusedFlag) == 12 + kFmxWidening, "record layout");
+static_assert(offsetof(FmxExternCallRecord, whichCall) == 13 + kFmxWidening, "record layout");
+static_assert(offsetof(FmxExternCallRecord, unsafeCalls) == 14 + kFmxWidening, "record layout");
+static_assert(offsetof(FmxExternCallRecord, parm1) == 15 + kFmxWidening, "record layout");
+static_assert(offsetof(FmxExternCallRecord, parm2) == 16 + kFmxWidening, "record layout");
+static_assert(offsetof(FmxExternCallRecord, parm3) == 24 + kFmxWidening, "record layout");
+static_assert(offsetof(FmxExternCallRecord, instanceID) == 32 + kFmxWidening, "record layout");
+static_assert(offsetof(FmxExternCallRecord, result) == 40 + kFmxWidening, "record layout");
+static_assert(offsetof(FmxExternCallRecord, unused) == 48 + kFmxWidening, "record layout");
+static_assert(offsetof(FmxExternCallRecord, cStartScript) == 56 + kFmxWidening, "record layout");
+static_assert(offsetof(FmxExternCallRecord, cCurrentEnv) == 64 + kFmxWidening, "record layout");
+static_assert(sizeof(FmxExternCallRecord) == kFmxRecordSize, "record size");

@@ -75,9 +75,10 @@ class ImageFile {
     size_t sectionsAt_ = 0;
 };
 
-std::vector<char> FileBytes(const std::wstring& path) {
+std::vector<char> FileBytes(const std::u16string& path) {
     std::vector<char> bytes;
-    const std::unique_ptr<FILE, int (*)(FILE*)> file(_wfopen(path.c_str(), L"rb"), &fclose);
+    const std::unique_ptr<FILE, int (*)(FILE*)> file(
+        _wfopen(reinterpret_cast<const wchar_t*>(path.c_str()), L"rb"), &fclose);
     if (!file) {
         return bytes;
     }
@@ -89,9 +90,11 @@ std::vector<char> FileBytes(const std::wstring& path) {
     return bytes;
 }
 
+constexpr char kHostLibrary[] = "FMWrapper.dll";
+
 }  // namespace
 
-std::vector<std::string> ImportsFrom(const std::wstring& libraryPath, const char* module) {
+std::vector<std::string> HostImports(const std::u16string& libraryPath) {
     std::vector<std::string> names;
     ImageFile image(FileBytes(libraryPath));
     if (!image.readHeaders() || image.importDirectory() == 0) {
@@ -103,7 +106,7 @@ std::vector<std::string> ImportsFrom(const std::wstring& libraryPath, const char
         if (descriptor == nullptr || descriptor->Name == 0) {
             break;
         }
-        if (_stricmp(image.textAt(descriptor->Name).c_str(), module) != 0) {
+        if (_stricmp(image.textAt(descriptor->Name).c_str(), kHostLibrary) != 0) {
             continue;
         }
         const DWORD thunks = descriptor->OriginalFirstThunk != 0 ? descriptor->OriginalFirstThunk
