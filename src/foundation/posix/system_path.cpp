@@ -1,37 +1,19 @@
 #include "foundation/posix/system_path.h"
 
-#include <cerrno>
-#include <optional>
-
-#include "foundation/exception.h"
 #include "foundation/file_name_bytes.h"
 
 namespace slib {
 
-std::string SystemPath(const String& path, const char* message) {
-    std::optional<std::string> bytes = TextToFileNameBytes(path.units());
-    if (!bytes || bytes->empty()) {
-        ThrowErrno(message, EINVAL);
-    }
-    return *bytes;
+std::optional<std::string> SystemPath(const std::u16string& path) {
+    return TextToFileNameBytes(path);
 }
 
-PathParts SplitPath(const std::string& path) {
-    std::string trimmed = path;
-    while (trimmed.size() > 1 && trimmed.back() == '/') {
-        trimmed.pop_back();
+std::string FolderOf(const std::string& path) {
+    const size_t separator = path.rfind('/');
+    if (separator == std::string::npos) {
+        return ".";
     }
-    const size_t slash = trimmed.rfind('/');
-    PathParts parts;
-    if (slash == std::string::npos) {
-        parts = {".", trimmed};
-    } else {
-        parts = {slash == 0 ? "/" : trimmed.substr(0, slash), trimmed.substr(slash + 1)};
-    }
-    if (parts.name == "." || parts.name == "..") {
-        parts.name.clear();
-    }
-    return parts;
+    return separator == 0 ? "/" : path.substr(0, separator);
 }
 
 }  // namespace slib

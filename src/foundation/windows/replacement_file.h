@@ -12,6 +12,7 @@
 #include <cstdint>
 #include <string>
 
+#include "foundation/temporary_names.h"
 #include "foundation/windows/file_swap.h"
 #include "foundation/windows/provisional_file.h"
 
@@ -55,9 +56,6 @@ class ReplacementFile {
     DWORD error_ = 0;
     std::u16string stranded_;
 };
-
-// A temporary name beside `target` (long form) for its new contents.
-std::u16string TemporaryNameBeside(const std::u16string& target);
 
 // Puts `file` in the place of the existing file `target` (long form, on the file's volume), with
 // the original's hidden, system and archive attributes: kept beside the target under a temporary

@@ -1,11 +1,10 @@
-#include "foundation/windows/temporary_names.h"
-
-// windows.h first: the other system headers build on its types.
-#include <windows.h>
+#include "foundation/temporary_names.h"
 
 #include <algorithm>
 #include <atomic>
 #include <cstdint>
+
+#include "foundation/process_number.h"
 
 namespace slib {
 
@@ -27,11 +26,12 @@ bool AllDigits(const std::u16string& text) {
 
 }  // namespace
 
-std::u16string NameBeside(const std::u16string& path, const std::u16string& suffix) {
-    const size_t separator = path.rfind(u'\\');
+std::u16string NameBeside(const std::u16string& path, const std::u16string& suffix,
+                          PathStyle style) {
+    const size_t separator = LastSeparator(path, style);
     const std::u16string folder =
         separator == std::u16string::npos ? std::u16string() : path.substr(0, separator + 1);
-    return folder + kPrefix + Digits(GetCurrentProcessId()) + u"-" + Digits(nameCount++) + suffix;
+    return folder + kPrefix + Digits(CurrentProcessNumber()) + u"-" + Digits(nameCount++) + suffix;
 }
 
 bool IsNameOfOurs(const std::u16string& name, const std::u16string& suffix) {
@@ -45,6 +45,14 @@ bool IsNameOfOurs(const std::u16string& name, const std::u16string& suffix) {
     const size_t dash = middle.find(u'-');
     return dash != std::u16string::npos && AllDigits(middle.substr(0, dash)) &&
            AllDigits(middle.substr(dash + 1));
+}
+
+std::u16string TemporaryNameBeside(const std::u16string& target, PathStyle style) {
+    return NameBeside(target, kTemporarySuffix, style);
+}
+
+bool IsTemporaryName(const std::u16string& name) {
+    return IsNameOfOurs(name, kTemporarySuffix);
 }
 
 }  // namespace slib
