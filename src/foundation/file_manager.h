@@ -117,6 +117,10 @@ class FileManager : public Object {
     // -43 "Item does not exist", -50 "Cannot delete a volume root"; otherwise removes the item and
     // all it holds, permanently. An item whose delete is pending (held elsewhere) counts as gone.
     void deleteItem(const String& path) const;
+    // Where a copy or move of `source` to `destination` lands: inside `destination` under the
+    // source's own name when that is an existing folder, else `destination` itself.
+    std::shared_ptr<const String> transferTarget(const String& source,
+                                                 const String& destination) const;
     // -50 `message` when `path` names `folder` or one of the folders holding it.
     void refuseHolderOf(const String& path, const String& folder, const char* message) const;
 

@@ -5,14 +5,11 @@
 #include "foundation/error_codes.h"
 #include "foundation/exception.h"
 #include "foundation/file_manager.h"
+#include "foundation/no_desktop.h"
 
 namespace slib {
 
 namespace {
-
-[[noreturn]] void ThrowNoDesktop() {
-    Throw(kUnclassified, "No interactive desktop to show the dialog on");
-}
 
 [[noreturn]] void ThrowAdministratorMounts() {
     Throw(kUnclassified, "On the server, the administrator mounts network shares");
@@ -21,31 +18,31 @@ namespace {
 }  // namespace
 
 void FileManager::openFile(const String&) const {
-    ThrowNoDesktop();
+    ThrowNoInteractiveDesktop();
 }
 
 void FileManager::openFileWithApplication(const String&, const String&) const {
-    ThrowNoDesktop();
+    ThrowNoInteractiveDesktop();
 }
 
 void FileManager::revealItem(const String&) const {
-    ThrowNoDesktop();
+    ThrowNoInteractiveDesktop();
 }
 
 std::vector<std::shared_ptr<const String>> FileManager::chooseFiles(
     bool, const std::shared_ptr<const String>&, const std::shared_ptr<const String>&,
     const std::shared_ptr<const String>&) const {
-    ThrowNoDesktop();
+    ThrowNoInteractiveDesktop();
 }
 
 std::vector<std::shared_ptr<const String>> FileManager::chooseFolder(
     const std::shared_ptr<const String>&, const std::shared_ptr<const String>&) const {
-    ThrowNoDesktop();
+    ThrowNoInteractiveDesktop();
 }
 
 std::vector<std::shared_ptr<const String>> FileManager::chooseSaveFile(
     const std::shared_ptr<const String>&, const std::shared_ptr<const String>&) const {
-    ThrowNoDesktop();
+    ThrowNoInteractiveDesktop();
 }
 
 std::shared_ptr<const String> FileManager::mountVolume(const String&,

@@ -9,8 +9,6 @@
 
 #include "foundation/chooser_filter.h"
 #include "foundation/chosen_names.h"
-#include "foundation/error_codes.h"
-#include "foundation/exception.h"
 #include "foundation/file_manager.h"
 #include "foundation/windows/chooser_outcome.h"
 #include "foundation/windows/file_manager_handles.h"

@@ -1,4 +1,4 @@
-#include "bridge/rich_edit_control.h"
+#include "bridge/windows/rich_edit_control.h"
 
 #include <windows.h>
 

@@ -2,7 +2,7 @@
 
 #include <string_view>
 
-#include "bridge/rich_edit_control.h"
+#include "bridge/windows/rich_edit_control.h"
 #include "foundation/error_codes.h"
 #include "foundation/exception.h"
 #include "foundation/rtf_font_names.h"
