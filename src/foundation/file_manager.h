@@ -7,6 +7,13 @@
 // WithLongPathPrefix's normal, prefixed form; only the shell (copy/move/delete through
 // SHFileOperationW, the shell actions) refuses the prefix and gets the plain form. A copy, move or
 // delete that would reach a path the shell cannot hold runs on our own long-path walk instead.
+//
+// Linux: paths are absolute POSIX paths, turned into the name bytes by SystemPath. Copy, move,
+// delete and sizes run on a descriptor walk that never follows a link inside a tree (a copy
+// keeps it as a link); roots, mount points and the database's holders are compared by device and
+// inode; rights are the mode's owner, group and other bits; the creation date is read where the
+// file system keeps it and never set. The members a server has no use for (dialogs, shell
+// windows, mounts, short names) fail with defined errors: posix/file_manager_server.cpp.
 
 #include <cstdint>
 #include <memory>

@@ -12,8 +12,8 @@
 #include "foundation/exception.h"
 #include "foundation/file_manager.h"
 #include "foundation/item_dates.h"
+#include "foundation/posix/item_path.h"
 #include "foundation/posix/local_time.h"
-#include "foundation/posix/system_path.h"
 #include "foundation/posix/unique_fds.h"
 
 namespace slib {
@@ -108,21 +108,21 @@ void SetModificationDate(const std::string& path, const Object& value) {
 }  // namespace
 
 std::shared_ptr<Object> file_manager_detail::GetItemDate(const String& path, uint32_t id) {
-    return ItemDate(SystemPath(path, "Cannot get item attributes"), id);
+    return ItemDate(ItemPathBytes(path, "Cannot get item attributes"), id);
 }
 
 void file_manager_detail::SetItemDate(const String& path, uint32_t id, const Object& value) {
     if (id == AttributeId::kCreated) {
         RefuseCreationDate(value);
     }
-    SetModificationDate(SystemPath(path, "Cannot modify file modification date"), value);
+    SetModificationDate(ItemPathBytes(path, "Cannot modify file modification date"), value);
 }
 
 uint64_t FileManager::getFreeSpace(const String& path) const {
     const char* message = "Cannot get free disk space";
     // What an unprivileged caller may use: the root's reserve left out.
     struct statvfs volume;
-    if (::statvfs(SystemPath(path, message).c_str(), &volume) != 0) {
+    if (::statvfs(ItemPathBytes(path, message).c_str(), &volume) != 0) {
         ThrowErrno(message, errno);
     }
     return static_cast<uint64_t>(volume.f_bavail) * volume.f_frsize;

@@ -7,21 +7,21 @@
 
 #include "foundation/exception.h"
 #include "foundation/file_manager.h"
-#include "foundation/posix/system_path.h"
+#include "foundation/posix/item_path.h"
 #include "foundation/posix/unique_fds.h"
 
 namespace slib {
 
 void FileManager::createDirectory(const String& path) const {
     const char* message = "Cannot create directory";
-    if (::mkdir(SystemPath(path, message).c_str(), 0777) != 0) {
+    if (::mkdir(ItemPathBytes(path, message).c_str(), 0777) != 0) {
         ThrowErrno(message, errno);
     }
 }
 
 void FileManager::createFile(const String& path, bool overwrite) const {
     const char* message = "Cannot create file";
-    const UniqueFd file(::open(SystemPath(path, message).c_str(),
+    const UniqueFd file(::open(ItemPathBytes(path, message).c_str(),
                                O_WRONLY | O_CREAT | O_CLOEXEC | (overwrite ? O_TRUNC : O_EXCL),
                                0666));
     if (!file.valid()) {

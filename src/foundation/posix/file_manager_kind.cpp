@@ -8,7 +8,7 @@
 #include "foundation/exception.h"
 #include "foundation/file_manager.h"
 #include "foundation/posix/item_kind.h"
-#include "foundation/posix/system_path.h"
+#include "foundation/posix/item_path.h"
 
 namespace slib {
 
@@ -24,7 +24,7 @@ uint32_t ItemKindAt(const std::string& path) {
 }
 
 uint32_t FileManager::getItemKind(const String& path) const {
-    return ItemKindAt(SystemPath(path, "Insufficent file permissions"));
+    return ItemKindAt(ItemPathBytes(path, "Insufficent file permissions"));
 }
 
 }  // namespace slib

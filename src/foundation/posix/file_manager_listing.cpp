@@ -8,14 +8,15 @@
 #include "foundation/exception.h"
 #include "foundation/file_manager.h"
 #include "foundation/file_name_bytes.h"
-#include "foundation/posix/system_path.h"
+#include "foundation/posix/item_path.h"
 #include "foundation/posix/unique_fds.h"
 
 namespace slib {
 
 std::vector<std::shared_ptr<const String>> FileManager::listFolder(const String& path) const {
     const char* message = "Cannot read folder contents";
-    UniqueFd folder(::open(SystemPath(path, message).c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    UniqueFd folder(
+        ::open(ItemPathBytes(path, message).c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
     if (!folder.valid()) {
         ThrowErrno(message, errno);
     }

@@ -15,7 +15,7 @@
 #include "foundation/exception.h"
 #include "foundation/file_manager.h"
 #include "foundation/file_name_bytes.h"
-#include "foundation/posix/system_path.h"
+#include "foundation/posix/item_path.h"
 
 extern char** environ;
 
@@ -51,7 +51,7 @@ class SpawnAttributes {
 }  // namespace
 
 void FileManager::runApplication(const String& application, const String& arguments) const {
-    std::vector<std::string> words{SystemPath(application, kCannotRun)};
+    std::vector<std::string> words{ItemPathBytes(application, kCannotRun)};
     for (const std::u16string& line : SplitArgumentLines(arguments.units())) {
         const std::optional<std::string> bytes = TextToFileNameBytes(line);
         if (!bytes) {

@@ -16,7 +16,7 @@
 #include "foundation/exception.h"
 #include "foundation/file_manager.h"
 #include "foundation/file_name_bytes.h"
-#include "foundation/posix/system_path.h"
+#include "foundation/posix/item_path.h"
 
 namespace slib {
 
@@ -29,7 +29,7 @@ enum class Whose { kOwner = 6, kGroup = 3, kEveryone = 0 };
 
 struct stat StatOf(const String& path, const char* message) {
     struct stat info;
-    if (::stat(SystemPath(path, message).c_str(), &info) != 0) {
+    if (::stat(ItemPathBytes(path, message).c_str(), &info) != 0) {
         ThrowErrno(message, errno);
     }
     return info;
@@ -42,7 +42,7 @@ uint32_t GetRights(const String& path, Whose whose) {
 void AddRights(const String& path, Whose whose, uint32_t rights, const char* message) {
     const mode_t mode = StatOf(path, message).st_mode & 07777;
     const mode_t wanted = mode | static_cast<mode_t>((rights & 7) << static_cast<int>(whose));
-    if (wanted != mode && ::chmod(SystemPath(path, message).c_str(), wanted) != 0) {
+    if (wanted != mode && ::chmod(ItemPathBytes(path, message).c_str(), wanted) != 0) {
         ThrowErrno(message, errno);
     }
 }
@@ -125,7 +125,7 @@ uint32_t AccountId(const String& accountName, bool owner) {
 
 void SetAccount(const String& path, const String& accountName, bool owner) {
     const char* message = owner ? "Cannot change owner of item" : "Cannot change group of item";
-    const std::string item = SystemPath(path, message);
+    const std::string item = ItemPathBytes(path, message);
     const uint32_t id = AccountId(accountName, owner);
     const uid_t uid = owner ? static_cast<uid_t>(id) : static_cast<uid_t>(-1);
     const gid_t gid = owner ? static_cast<gid_t>(-1) : static_cast<gid_t>(id);

@@ -1,7 +1,6 @@
 // The members that have no meaning on a server engine: there is no one at a screen to show a
-// dialog or a window to, no drive letters, no short names and no command line to escape for
-// (programs get their arguments one by one). Each fails with a defined code and message, before
-// touching anything.
+// dialog or a window to, no drive letters and no short names. Each fails with a defined code and
+// message, before touching anything.
 
 #include "foundation/error_codes.h"
 #include "foundation/exception.h"
@@ -67,16 +66,8 @@ bool FileManager::isMountedVolume(const String&) const {
     return false;
 }
 
-std::shared_ptr<const String> FileManager::smbUrlToUncPath(const String&) const {
-    ThrowAdministratorMounts();
-}
-
 std::shared_ptr<const String> FileManager::toShortPath(const String&) const {
     Throw(kUnclassified, "Linux has no short path form");
-}
-
-std::shared_ptr<const String> FileManager::escapeForCommandLine(const String&) const {
-    Throw(kUnclassified, "Linux passes each argument as it is, with no command line to escape");
 }
 
 }  // namespace slib

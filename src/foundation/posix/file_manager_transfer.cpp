@@ -12,11 +12,12 @@
 #include "foundation/error_codes.h"
 #include "foundation/exception.h"
 #include "foundation/file_manager.h"
+#include "foundation/file_name_bytes.h"
 #include "foundation/posix/item_kind.h"
+#include "foundation/posix/item_path.h"
 #include "foundation/posix/kept_items.h"
-#include "foundation/posix/partial_name.h"
-#include "foundation/posix/system_path.h"
 #include "foundation/posix/tree_walk.h"
+#include "foundation/temporary_names.h"
 
 namespace slib {
 
@@ -71,7 +72,9 @@ void CopyWhole(const std::string& source, const std::string& target, bool follow
                const char* message) {
     const Place from = OpenPlace(source, message);
     const Place into = OpenPlace(target, message);
-    const std::string partial = PartialName();
+    const std::string partial =
+        SplitPath(ItemPathBytes(String(TemporaryNameBeside(FileNameBytesToText(target))), message))
+            .name;
     try {
         CopyEntry(from.folder.get(), from.name, into.folder.get(), partial, followTop, message);
         PlaceEntry(into.folder.get(), partial, into.folder.get(), into.name, message);
@@ -86,7 +89,7 @@ void CopyWhole(const std::string& source, const std::string& target, bool follow
 
 void FileManager::refuseHolderOf(const String& path, const String& folder,
                                  const char* message) const {
-    if (IsOrHolds(SystemPath(path, message), SystemPath(folder, message))) {
+    if (IsOrHolds(ItemPathBytes(path, message), ItemPathBytes(folder, message))) {
         Throw(kBadParameter, message);
     }
 }
@@ -99,8 +102,8 @@ void FileManager::copyItem(const String& source, const String& destination) cons
     if (getItemKind(destination) == ItemKind::kFile) {
         Throw(kItemExists, "Destination item already exists");
     }
-    const std::string from = SystemPath(source, message);
-    const std::string target = TransferTarget(from, SystemPath(destination, message));
+    const std::string from = ItemPathBytes(source, message);
+    const std::string target = TransferTarget(from, ItemPathBytes(destination, message));
     RefuseOwnTree(from, target, message);
     CopyWhole(from, target, true, message);
 }
@@ -110,14 +113,14 @@ void FileManager::moveItem(const String& source, const String& destination) cons
     if (getItemKind(source) == ItemKind::kNone) {
         Throw(kItemNotFound, "Source item does not exist");
     }
-    const std::string from = SystemPath(source, message);
+    const std::string from = ItemPathBytes(source, message);
     if (IsVolumeRoot(from)) {
         Throw(kBadParameter, "Cannot move a volume root");
     }
     if (getItemKind(destination) == ItemKind::kFile) {
         Throw(kItemExists, "Destination item already exists");
     }
-    const std::string to = SystemPath(destination, message);
+    const std::string to = ItemPathBytes(destination, message);
     // Into an existing folder a same-named file would be replaced without asking; refuse that.
     if (ItemKindAt(to) == ItemKind::kFolder &&
         ItemKindAt(to + "/" + SplitPath(from).name) == ItemKind::kFile) {
@@ -149,7 +152,7 @@ void FileManager::deleteItem(const String& path) const {
     if (getItemKind(path) == ItemKind::kNone) {
         Throw(kItemNotFound, "Item does not exist");
     }
-    const std::string item = SystemPath(path, message);
+    const std::string item = ItemPathBytes(path, message);
     if (IsVolumeRoot(item)) {
         Throw(kBadParameter, "Cannot delete a volume root");
     }

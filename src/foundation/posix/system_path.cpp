@@ -1,8 +1,11 @@
 #include "foundation/posix/system_path.h"
 
+<<<<<<< HEAD
 #include <cerrno>
 
 #include "foundation/exception.h"
+=======
+>>>>>>> linux-items
 #include "foundation/file_name_bytes.h"
 
 namespace slib {
@@ -25,6 +28,7 @@ std::string FolderOf(const std::string& path) {
         return ".";
     }
     return separator == 0 ? "/" : path.substr(0, separator);
+<<<<<<< HEAD
 }
 
 PathParts SplitPath(const std::string& path) {
@@ -43,6 +47,8 @@ PathParts SplitPath(const std::string& path) {
         parts.name.clear();
     }
     return parts;
+=======
+>>>>>>> linux-items
 }
 
 }  // namespace slib

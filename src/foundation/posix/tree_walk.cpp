@@ -53,6 +53,15 @@ UniqueFd OpenChildFolder(int folder, const std::string& name, const struct stat&
     return child;
 }
 
+// Emptying a folder needs the right to write it, which a read-only folder of the owner's lacks
+// (a copied one, or one being deleted, as Windows deletes read-only items). The folder goes once
+// empty, so the mode it had goes with it; someone else's folder stays as it is, and refuses.
+void AllowEmptying(int folder, const struct stat& info) {
+    if ((info.st_mode & S_IWUSR) == 0) {
+        ::fchmod(folder, (info.st_mode & 07777) | S_IRWXU);
+    }
+}
+
 void WriteAll(int to, const char* data, size_t size, const char* message) {
     while (size > 0) {
         const ssize_t written = ::write(to, data, size);
@@ -202,6 +211,7 @@ void RemoveEntry(int folder, const std::string& name, const char* message) {
         if (!child.valid()) {
             ThrowErrno(message, errno);
         }
+        AllowEmptying(child.get(), info);
         std::vector<std::string> names;
         if (!ReadNames(child.get(), names)) {
             ThrowErrno(message, errno);
@@ -262,6 +272,7 @@ void PlaceEntry(int from, const std::string& name, int into, const std::string& 
     if (!sourceFolder.valid() || !targetFolder.valid()) {
         ThrowErrno(message, errno);
     }
+    AllowEmptying(sourceFolder.get(), source);
     std::vector<std::string> names;
     if (!ReadNames(sourceFolder.get(), names)) {
         ThrowErrno(message, errno);

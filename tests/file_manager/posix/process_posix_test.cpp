@@ -126,12 +126,8 @@ TEST(ServerMembers, AnswerADefinedErrorBeforeTouchingAnything) {
         {"mountVolume", [&] { manager.mountVolume(any, nullptr, nullptr, nullptr); }, mounts},
         {"unmountVolume", [&] { manager.unmountVolume(any); }, mounts},
         {"listVolumes", [&] { manager.listVolumes(); }, mounts},
-        {"smbUrlToUncPath", [&] { manager.smbUrlToUncPath(String(u"smb://s/x")); }, mounts},
         {"toShortPath", [&] { manager.toShortPath(any); },
          Failure(kUnclassified, "Linux has no short path form")},
-        {"escapeForCommandLine", [&] { manager.escapeForCommandLine(any); },
-         Failure(kUnclassified,
-                 "Linux passes each argument as it is, with no command line to escape")},
     };
     for (const auto& c : cases) {
         EXPECT_EQ(FailureOf(c.call), c.failure) << c.name;

@@ -1,13 +1,16 @@
 // Copy, move and delete on Linux: roots and mount points refused with nothing touched, links in a
 // tree never followed, copies whole or absent, moves across file systems.
 
+#include <signal.h>
 #include <sys/stat.h>
+#include <sys/wait.h>
 #include <unistd.h>
 
 #include <cstdlib>
 
 #include "file_manager/transfer_fixture.h"
 #include "foundation/error_codes.h"
+#include "foundation/file_name_bytes.h"
 
 namespace slib {
 namespace test {
@@ -131,6 +134,42 @@ TEST_F(TransferTest, CopiesKeepModesAndCopyIntoTheirOwnTreeIsRefused) {
                   Failure(kBadParameter, "Cannot move item"));
     }
     EXPECT_EQ(snapshot(), before);
+}
+
+TEST_F(TransferTest, ACopyKilledPartWayLeavesNothingUnderTheTargetsName) {
+    // Enough files, each flushed to disk, that the copy is still running when it is seen begun
+    // (under a name of its own, or, were it not whole-or-absent, under the target's).
+    makeFolder(u"many");
+    for (int i = 0; i < 2000; ++i) {
+        writeFile(u"many\\" + FileNameBytesToText(std::to_string(i)), std::string(512, 'x'));
+    }
+    const pid_t child = ::fork();
+    if (child == 0) {
+        try {
+            manager_.copyItem(at(u"many"), at(u"copy"));
+        } catch (...) {
+            ::_exit(1);
+        }
+        ::_exit(0);
+    }
+    ASSERT_GT(child, 0);
+    bool begun = false;
+    for (int i = 0; i < 20000 && !begun; ++i) {
+        std::map<std::u16string, std::string> top;
+        CollectTree(root_, top);
+        begun = HasPartialName(top) || top.count(u"copy") != 0;
+        if (!begun) {
+            ::usleep(500);
+        }
+    }
+    ::kill(child, SIGKILL);
+    int status = 0;
+    ::waitpid(child, &status, 0);
+    if (!WIFSIGNALED(status)) {
+        GTEST_SKIP() << "the copy ended before it could be killed part way";
+    }
+    ASSERT_TRUE(begun);
+    EXPECT_FALSE(exists(u"copy"));
 }
 
 // A folder on another file system than the scratch folder, removed afterwards; none when this

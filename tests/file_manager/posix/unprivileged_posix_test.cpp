@@ -22,6 +22,15 @@ namespace {
 
 using UnprivilegedTest = ScratchTest;
 
+bool HasPartial(const std::map<std::u16string, std::string>& tree) {
+    for (const auto& [name, content] : tree) {
+        if (name.find(u".partial") != std::u16string::npos) {
+            return true;
+        }
+    }
+    return false;
+}
+
 // Each action's FailureOf, run by an unprivileged account: this process when it is one, else a
 // child that drops to "nobody" first. Empty when no unprivileged account is at hand.
 std::optional<std::vector<std::string>> FailuresAsUnprivileged(
@@ -127,6 +136,36 @@ TEST_F(UnprivilegedTest, RefusalsCarryTheWindowsCodesAndChangeNothing) {
     ASSERT_EQ(::stat(Narrow(path(u"theirs.txt")).c_str(), &info), 0);
     EXPECT_EQ(info.st_mode & 07777, 0644u);
     EXPECT_EQ(info.st_uid, ::geteuid());
+}
+
+TEST_F(UnprivilegedTest, AReadOnlyFolderMergesIntoAFolderOfItsNameAndIsDeletedByItsOwner) {
+    // Everything here is the unprivileged account's own, so only the modes can stand in the way.
+    makeFolder(u"own");
+    makeFolder(u"own\\ro");
+    writeFile(u"own\\ro\\new.txt", "new");
+    makeFolder(u"own\\box");
+    makeFolder(u"own\\box\\ro");
+    writeFile(u"own\\box\\ro\\kept.txt", "kept");
+    const passwd* nobody = ::getpwnam("nobody");
+    if (::geteuid() == 0 && nobody != nullptr) {
+        for (const std::u16string item : {u"own", u"own\\ro", u"own\\ro\\new.txt", u"own\\box",
+                                          u"own\\box\\ro", u"own\\box\\ro\\kept.txt"}) {
+            ASSERT_EQ(::chown(Narrow(path(item)).c_str(), nobody->pw_uid, nobody->pw_gid), 0);
+        }
+    }
+    ASSERT_EQ(::chmod(Narrow(path(u"own\\ro")).c_str(), 0555), 0);
+    // Then the owner deletes it, as Windows deletes read-only items.
+    const auto failures =
+        FailuresAsUnprivileged({[&] { manager_.copyItem(at(u"own\\ro"), at(u"own\\box")); },
+                                [&] { manager_.deleteItem(at(u"own\\ro")); }});
+    if (!failures) {
+        GTEST_SKIP() << "running as root with no account \"nobody\" to drop to";
+    }
+    EXPECT_EQ(*failures, (std::vector<std::string>{"", ""}));
+    EXPECT_FALSE(exists(u"own\\ro"));
+    EXPECT_EQ(readFile(u"own\\box\\ro\\new.txt"), "new");
+    EXPECT_EQ(readFile(u"own\\box\\ro\\kept.txt"), "kept");
+    EXPECT_FALSE(HasPartial(snapshot(u"own\\box")));
 }
 
 }  // namespace
