@@ -1,8 +1,13 @@
 // VFile_Compress and VFile_DeCompress on Linux, on real trees: modes and times that round-trip,
 // links never followed nor created, nothing written through a link below the target, and
 // archives that Info-ZIP reads as we do, both ways.
+#include <signal.h>
 #include <sys/stat.h>
+#include <sys/wait.h>
 #include <unistd.h>
+
+#include <chrono>
+#include <thread>
 
 #include <cstdio>
 #include <fstream>
@@ -10,6 +15,7 @@
 #include "archive/memory_io.h"
 #include "archive/zip_operations.h"
 #include "archive/zip_writer.h"
+#include "foundation/temporary_names.h"
 #include "posix_scratch.h"
 
 namespace posix_test {
@@ -274,6 +280,48 @@ TEST_F(ZipTest, WeUnpackInfoZipsArchivesIdenticallyButNeverMakeLinks) {
     ASSERT_EQ(Shell("cd " + Quoted(path("linked")) + " && zip -q -y ../links.zip to-passwd"), 0);
     decompress("links.zip", "unlinked");
     EXPECT_EQ(tree("unlinked"), (std::map<std::string, std::string>{{"to-passwd", "/etc/passwd"}}));
+}
+
+// A child unpacks and is killed at some point of its work: each file is whole or absent, and
+// nothing of ours is left, since every file is unnamed until whole.
+TEST_F(ZipTest, AKilledUnpackLeavesEachFileWholeOrAbsent) {
+    makeFolder("src");
+    std::string contents;
+    for (uint64_t i = 0; contents.size() < (6u << 20); ++i) {
+        contents += std::to_string(i * 7919 % 100003) + (i % 13 == 0 ? "\n" : " ");
+    }
+    for (const char* name : {"a", "b", "c", "d", "e", "f", "g", "h"}) {
+        writeFile(std::string("src/") + name, contents + name);
+    }
+    compress("src", "big.zip");
+    for (const int delayMs : {20, 80, 150, 250, 400}) {
+        const std::string target = "out-" + std::to_string(delayMs);
+        int ready[2];
+        ASSERT_EQ(pipe(ready), 0);
+        const pid_t child = fork();
+        ASSERT_GE(child, 0);
+        if (child == 0) {
+            (void)!write(ready[1], "!", 1);
+            try {
+                decompress("big.zip", target);
+            } catch (...) {
+                _exit(1);
+            }
+            _exit(0);
+        }
+        char go = 0;
+        ASSERT_EQ(read(ready[0], &go, 1), 1);
+        close(ready[0]);
+        close(ready[1]);
+        std::this_thread::sleep_for(std::chrono::milliseconds(delayMs));
+        kill(child, SIGKILL);
+        int status = 0;
+        waitpid(child, &status, 0);
+        for (const auto& [name, content] : tree(target)) {
+            EXPECT_FALSE(slib::IsTemporaryName(Text(name))) << name;
+            EXPECT_TRUE(content == contents + name) << target << "/" << name;
+        }
+    }
 }
 
 }  // namespace
