@@ -15,7 +15,6 @@
 #include "foundation/file_contents_rules.h"
 #include "foundation/file_manager.h"
 #include "foundation/posix/provisional_file.h"
-#include "foundation/posix/replacement_file.h"
 #include "foundation/posix/system_path.h"
 #include "foundation/posix/unique_fds.h"
 
@@ -171,11 +170,6 @@ uint64_t FileManager::writeFile(const String& path, const Data& data, FilePositi
     if (close(file.release()) != 0) {
         ThrowErrno("Cannot write to file", errno);
     }
-    return data.size();
-}
-
-uint64_t FileManager::replaceFile(const String& path, const Data& data) const {
-    ReplaceFileContents(path.units(), data.bytes().data(), data.size(), "Cannot write to file");
     return data.size();
 }
 
