@@ -229,12 +229,14 @@ TEST_F(ZipTest, FailuresComeInTheirOrderAndLeaveNothing) {
     makeSampleTree("src");
     compress("src", "existing.zip");
     writeFile("not-a-zip", "plain text");
+    makeLink("link.zip", path("not-a-zip"));
     const auto before = snapshot();
     EXPECT_EQ(FailureOf([&] { compress("empty", "new.zip"); }), "-43 Nothing to add.");
     EXPECT_EQ(FailureOf([&] { compress("missing", "new.zip"); }), "-43 Unable to add file to zip.");
     EXPECT_EQ(FailureOf([&] { compress("src", "existing.zip"); }),
               "-48 File of the same name already exists.");
     EXPECT_EQ(FailureOf([&] { compress("src", "absent/new.zip"); }), "-38 Unable to open zip.");
+    EXPECT_EQ(FailureOf([&] { compress("src", "link.zip"); }), "-38 Unable to open zip.");
     EXPECT_EQ(FailureOf([&] { decompress("missing.zip", "out"); }), "-43 Invalid archive path.");
     EXPECT_EQ(FailureOf([&] { decompress("not-a-zip", "out"); }), "-43 Invalid archive path.");
     EXPECT_EQ(snapshot(), before);
