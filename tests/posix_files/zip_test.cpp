@@ -117,6 +117,9 @@ TEST_F(ZipTest, ModesTimesAndContentsRoundTrip) {
 }
 
 TEST_F(ZipTest, TheSameTreePacksToTheSameBytesInWindowsOrder) {
+    if (Shell("command -v unzip") != 0) {
+        GTEST_SKIP() << "no unzip on this machine to list the entries";
+    }
     makeFolder("src");
     for (const char* name : {"b", "A", "a2", "C.txt", "_x"}) {
         writeFile(std::string("src/") + name, name);
