@@ -1,6 +1,9 @@
-// The text conversions: pure functions, no file system needed, the same on every system.
+// The file manager's text conversions: pure functions, no file system needed, the same on every
+// system.
 
-#include "file_manager/scratch_folder.h"
+#include <gtest/gtest.h>
+
+#include "foundation/file_manager.h"
 
 namespace slib {
 namespace test {

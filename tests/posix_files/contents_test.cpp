@@ -88,10 +88,14 @@ TEST_F(ContentsTest, ReadRefusedIsAPermissionFailure) {
               "-54 Insufficent file permissions");
 }
 
-TEST_F(ContentsTest, APipeIsRefusedRatherThanWaitedOn) {
+TEST_F(ContentsTest, OnlyRegularFilesAreReadNeverWaitedOnOrReadWithoutEnd) {
     ASSERT_EQ(mkfifo(path("pipe").c_str(), 0600), 0);
-    EXPECT_EQ(FailureOf([&] { manager_.readWholeFile(at("pipe")); }),
-              "-54 Insufficent file permissions");
+    makeLink("zeros", "/dev/zero");
+    for (const char* name : {"pipe", "zeros"}) {
+        EXPECT_EQ(FailureOf([&] { manager_.readWholeFile(at(name)); }),
+                  "-54 Insufficent file permissions")
+            << name;
+    }
 }
 
 TEST_F(ContentsTest, WritesInPlaceWithoutTruncating) {

@@ -78,11 +78,4 @@ FolderWalk WalkFolder(const std::u16string& source) {
     return walk;
 }
 
-std::u16string WithoutTrailingSeparators(std::u16string path) {
-    while (!path.empty() && path.back() == u'\\') {
-        path.pop_back();
-    }
-    return path;
-}
-
 }  // namespace archive

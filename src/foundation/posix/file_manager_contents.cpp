@@ -15,7 +15,6 @@
 #include "foundation/file_contents_rules.h"
 #include "foundation/file_manager.h"
 #include "foundation/posix/provisional_file.h"
-#include "foundation/posix/replacement_file.h"
 #include "foundation/posix/system_path.h"
 #include "foundation/posix/unique_fds.h"
 
@@ -27,8 +26,9 @@ namespace {
 constexpr uint64_t kChunk = 4u << 20;
 
 // The file opened for reading, or none when there is no file to read: a missing item, a folder,
-// or a name no path can hold. A pipe or socket would wait for a writer that may never come: the
-// open does not wait, and such an item is refused.
+// or a name no path can hold. A pipe would wait for a writer that may never come, a device such as
+// /dev/zero would fill the memory before its end: the open does not wait, and only a regular file
+// is read.
 UniqueFd OpenForReading(const String& path) {
     const std::optional<std::string> systemPath = SystemPath(path.units());
     if (!systemPath) {
@@ -48,7 +48,7 @@ UniqueFd OpenForReading(const String& path) {
     if (S_ISDIR(item.st_mode)) {
         return UniqueFd();
     }
-    if (S_ISFIFO(item.st_mode) || S_ISSOCK(item.st_mode)) {
+    if (!S_ISREG(item.st_mode)) {
         Throw(kPermissionDenied, "Insufficent file permissions");
     }
     fcntl(file.get(), F_SETFL, fcntl(file.get(), F_GETFL) & ~O_NONBLOCK);
@@ -171,11 +171,6 @@ uint64_t FileManager::writeFile(const String& path, const Data& data, FilePositi
     if (close(file.release()) != 0) {
         ThrowErrno("Cannot write to file", errno);
     }
-    return data.size();
-}
-
-uint64_t FileManager::replaceFile(const String& path, const Data& data) const {
-    ReplaceFileContents(path.units(), data.bytes().data(), data.size(), "Cannot write to file");
     return data.size();
 }
 

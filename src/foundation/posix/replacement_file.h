@@ -14,6 +14,7 @@
 #include <sys/stat.h>
 
 #include "foundation/posix/provisional_file.h"
+#include "foundation/replace_contents.h"
 
 namespace slib {
 
@@ -44,10 +45,5 @@ class ReplacementFile {
     ProvisionalFile file_;
     int error_ = 0;
 };
-
-// Replaces (or creates) the file at `path` with `size` bytes; throws `message` with the system's
-// error on failure, the file at `path` unchanged.
-void ReplaceFileContents(const std::u16string& path, const uint8_t* bytes, uint64_t size,
-                         const char* message);
 
 }  // namespace slib

@@ -166,9 +166,4 @@ uint64_t FileManager::writeFile(const String& path, const Data& data, FilePositi
     return data.size();
 }
 
-uint64_t FileManager::replaceFile(const String& path, const Data& data) const {
-    ReplaceFileContents(path.units(), data.bytes().data(), data.size(), "Cannot write to file");
-    return data.size();
-}
-
 }  // namespace slib
