@@ -35,6 +35,10 @@ expect "an absolute --file" 0 "filelinux:/srv/db/Solution.fmp12" "^$" -- \
     --file /srv/db/Solution.fmp12 -e 'Get ( FilePath )'
 expect "a relative --file is made absolute" 0 "filelinux:$work/sub/a.fmp12" "^$" -- \
     --file sub/a.fmp12 -e 'Get ( FilePath )'
+expect "dots go by the text" 0 "filelinux:${work%/*}/b/a.fmp12" "^$" -- \
+    --file ./sub/../../b/./a.fmp12 -e 'Get ( FilePath )'
+expect "above the root is the root" 0 "filelinux:/a.fmp12" "^$" -- \
+    --file /../../a.fmp12 -e 'Get ( FilePath )'
 expect "network file" 0 "fmnet:/host/Solution.fmp12" "^$" -- \
     --network-file fmp://host/Solution.fmp12 -e 'Get ( FilePath )'
 expect "no file" 1 "" "error 100" -- --no-file -e 'Get ( FilePath )'
