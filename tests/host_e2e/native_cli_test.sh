@@ -61,6 +61,20 @@ expect "fault injection" 0 "0,2,0" "^$" -- "${P[@]}" --fail-call 2 -e 'Fx_Probe'
 expect "an import newer than the host" 3 "" "system error 80" -- \
     "${P[@]}" --extension-version 56 -e '1'
 expect "a missing plug-in" 3 "" "system error 2" -- --plugin "$work/none.fmx" -e '1'
+# Files no loader can take: refused with the system's number, never a crash.
+printf 'not a library' >"$work/text.fmx"
+head -c 300 "$fixture" >"$work/cut.fmx"
+expect "not an ELF file" 3 "" "text.fmx could not be loaded \(system error 80\)" -- \
+    --plugin "$work/text.fmx" -e '1'
+expect "a cut ELF file" 3 "" "cut.fmx could not be loaded \(system error 80\)" -- \
+    --plugin "$work/cut.fmx" -e '1'
+# The loader needs no section table; reading the imports must survive a spoilt one.
+cp "$fixture" "$work/spoilt.fmx"
+table=$(od -An -t u8 -j 40 -N 8 "$fixture" | tr -d ' ')  # e_shoff
+size=$(stat -c %s "$work/spoilt.fmx")
+head -c $((size - table)) /dev/zero | tr '\0' '\377' |
+    dd of="$work/spoilt.fmx" bs=1 seek="$table" conv=notrunc status=none
+expect "a spoilt section table" 0 "3" "^$" -- --plugin "$work/spoilt.fmx" -e 'Fx_Add ( 1 ; 2 )'
 expect "verbose report" 0 "1" "init \\(extension version 77, application kind 7" -- \
     "${P[@]}" --verbose -e '1'
 expect "resources from /proc" 0 "1" "[0-9]+ handles, GDI objects not counted here" -- \
