@@ -2,6 +2,7 @@
 # fmhost on Linux as a user runs it, with the fixture plug-in (HostFixture.fmx): the server's
 # defaults, the Linux path syntax, the options that work as on Windows, and exit statuses.
 # usage: native_cli_test.sh FMHOST FIXTURE_PLUGIN
+# shellcheck disable=SC2016 # the single-quoted texts are calculations, not shell
 set -uo pipefail
 fmhost=$(readlink -f "$1")
 fixture=$(readlink -f "$2")
