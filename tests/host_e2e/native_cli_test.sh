@@ -2,6 +2,7 @@
 # fmhost on Linux as a user runs it, with the fixture plug-in (HostFixture.fmx): the server's
 # defaults, the Linux path syntax, the options that work as on Windows, and exit statuses.
 # usage: native_cli_test.sh FMHOST FIXTURE_PLUGIN
+# shellcheck disable=SC2016 # the single-quoted texts are calculations, not shell
 set -uo pipefail
 fmhost=$(readlink -f "$1")
 fixture=$(readlink -f "$2")
@@ -35,6 +36,10 @@ expect "an absolute --file" 0 "filelinux:/srv/db/Solution.fmp12" "^$" -- \
     --file /srv/db/Solution.fmp12 -e 'Get ( FilePath )'
 expect "a relative --file is made absolute" 0 "filelinux:$work/sub/a.fmp12" "^$" -- \
     --file sub/a.fmp12 -e 'Get ( FilePath )'
+expect "dots go by the text" 0 "filelinux:${work%/*}/b/a.fmp12" "^$" -- \
+    --file ./sub/../../b/./a.fmp12 -e 'Get ( FilePath )'
+expect "above the root is the root" 0 "filelinux:/a.fmp12" "^$" -- \
+    --file /../../a.fmp12 -e 'Get ( FilePath )'
 expect "network file" 0 "fmnet:/host/Solution.fmp12" "^$" -- \
     --network-file fmp://host/Solution.fmp12 -e 'Get ( FilePath )'
 expect "no file" 1 "" "error 100" -- --no-file -e 'Get ( FilePath )'
@@ -57,6 +62,20 @@ expect "fault injection" 0 "0,2,0" "^$" -- "${P[@]}" --fail-call 2 -e 'Fx_Probe'
 expect "an import newer than the host" 3 "" "system error 80" -- \
     "${P[@]}" --extension-version 56 -e '1'
 expect "a missing plug-in" 3 "" "system error 2" -- --plugin "$work/none.fmx" -e '1'
+# Files no loader can take: refused with the system's number, never a crash.
+printf 'not a library' >"$work/text.fmx"
+head -c 300 "$fixture" >"$work/cut.fmx"
+expect "not an ELF file" 3 "" "text.fmx could not be loaded \(system error 80\)" -- \
+    --plugin "$work/text.fmx" -e '1'
+expect "a cut ELF file" 3 "" "cut.fmx could not be loaded \(system error 80\)" -- \
+    --plugin "$work/cut.fmx" -e '1'
+# The loader needs no section table; reading the imports must survive a spoilt one.
+cp "$fixture" "$work/spoilt.fmx"
+table=$(od -An -t u8 -j 40 -N 8 "$fixture" | tr -d ' ')  # e_shoff
+size=$(stat -c %s "$work/spoilt.fmx")
+head -c $((size - table)) /dev/zero | tr '\0' '\377' |
+    dd of="$work/spoilt.fmx" bs=1 seek="$table" conv=notrunc status=none
+expect "a spoilt section table" 0 "3" "^$" -- --plugin "$work/spoilt.fmx" -e 'Fx_Add ( 1 ; 2 )'
 expect "verbose report" 0 "1" "init \\(extension version 77, application kind 7" -- \
     "${P[@]}" --verbose -e '1'
 expect "resources from /proc" 0 "1" "[0-9]+ handles, GDI objects not counted here" -- \

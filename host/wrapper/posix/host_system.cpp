@@ -4,6 +4,7 @@
 #include <unistd.h>
 
 #include <cstdlib>
+#include <vector>
 
 #include "core/utf.h"
 
@@ -24,17 +25,35 @@ std::u16string HomeFolder(std::u16string_view below) {
 
 }  // namespace
 
+// "." and ".." go by the text alone, as Windows resolves them, links or not.
 std::u16string AbsoluteNativePath(std::u16string_view path) {
-    std::u16string given(path);
-    if (!given.empty() && given.front() == u'/')
-        return given;
-    char current[PATH_MAX];
-    if (getcwd(current, sizeof current) == nullptr)
-        return given;
-    std::u16string folder = fmhost::Utf8ToUtf16(current);
-    if (folder.empty() || folder.back() != u'/')
-        folder += u'/';
-    return folder + given;
+    std::u16string full(path);
+    if (full.empty() || full.front() != u'/') {
+        char current[PATH_MAX];
+        if (getcwd(current, sizeof current) == nullptr)
+            return full;
+        full = fmhost::Utf8ToUtf16(current) + u"/" + full;
+    }
+    std::vector<std::u16string> names;
+    size_t start = 0;
+    while (start <= full.size()) {
+        size_t end = full.find(u'/', start);
+        if (end == std::u16string::npos)
+            end = full.size();
+        const std::u16string name = full.substr(start, end - start);
+        if (name == u"..") {
+            if (!names.empty())
+                names.pop_back();
+        } else if (!name.empty() && name != u".") {
+            names.push_back(name);
+        }
+        start = end + 1;
+    }
+    std::u16string normal;
+    for (const std::u16string& name : names)
+        normal += u"/" + name;
+    const bool folder = full.back() == u'/' && !normal.empty();
+    return normal.empty() ? u"/" : folder ? normal + u"/" : normal;
 }
 
 std::u16string HostFilePath(std::u16string_view absolutePath) {
