@@ -1,7 +1,7 @@
 // The drive-letter choice of a mount without a mount path: a pure function over the used-drive
 // bits, Windows only.
 
-#include "scratch_folder.h"
+#include "file_manager/scratch_folder.h"
 
 namespace slib {
 namespace test {
