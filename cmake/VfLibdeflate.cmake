@@ -1,7 +1,7 @@
 # vf_libdeflate: libdeflate for whole-buffer deflate, inflate and CRC-32.
 # Windows: compiled here from Debian's source package (scripts/fetch-libdeflate.sh puts it in
 # .cache/libdeflate/source) and linked statically, since the plug-in may import no codec DLL.
-# Native: Debian's libdeflate-dev.
+# Native: Debian's libdeflate-dev, its static archive (the Linux plug-in needs no codec .so).
 if(VF_WINDOWS)
     set(VF_LIBDEFLATE_SOURCE ${PROJECT_SOURCE_DIR}/.cache/libdeflate/source
         CACHE PATH "libdeflate source tree (Debian's source package)")
@@ -16,7 +16,7 @@ if(VF_WINDOWS)
     target_include_directories(vf_libdeflate SYSTEM PUBLIC ${VF_LIBDEFLATE_SOURCE})
 else()
     find_path(VF_LIBDEFLATE_INCLUDE libdeflate.h REQUIRED)
-    find_library(VF_LIBDEFLATE_LIBRARY deflate REQUIRED)
+    find_library(VF_LIBDEFLATE_LIBRARY NAMES libdeflate.a REQUIRED)
     add_library(vf_libdeflate INTERFACE)
     target_include_directories(vf_libdeflate SYSTEM INTERFACE ${VF_LIBDEFLATE_INCLUDE})
     target_link_libraries(vf_libdeflate INTERFACE ${VF_LIBDEFLATE_LIBRARY})

@@ -1,6 +1,9 @@
 #!/usr/bin/env bash
 # Configures and builds the Windows (cross) build in build/windows and, with --native, the
-# sanitizer build of the portable code in build/native.
+# sanitizer build of the portable code in build/native and the Linux host and plug-in in
+# build/linux. --linux builds only those: build/linux/bin/fmhost and libFMWrapper.so (Release, no
+# sanitizers), which ./fmhost --linux runs, and the plug-in's release form
+# build/linux/bin/Vantafile.fmx (the C++ runtime inside), then runs its ELF and load checks.
 set -euo pipefail
 root=$(cd "$(dirname "$0")/.." && pwd)
 build="${VF_BUILD_DIR:-$root/build}"
@@ -9,6 +12,19 @@ jobs=$(nproc)
 # shellcheck source=ccache-launcher.sh
 source "$root/scripts/ccache-launcher.sh"
 
+linux_release() {
+    cmake -S "$root" -B "$build/linux" -DCMAKE_BUILD_TYPE=Release -DVF_SANITIZE=OFF \
+          "${launcher[@]}" >/dev/null
+    cmake --build "$build/linux" -j"$jobs" --target fmhost FMWrapper HostFixture Vantafile \
+          vf_bare_load
+    ctest --test-dir "$build/linux" -L linux-plugin --output-on-failure
+}
+
+if [ "${1:-}" = "--linux" ]; then
+    linux_release
+    exit 0
+fi
+
 cmake -S "$root" -B "$build/windows" -DCMAKE_BUILD_TYPE=Release \
       -DCMAKE_TOOLCHAIN_FILE="$root/cmake/mingw-w64-x86_64.cmake" "${launcher[@]}" >/dev/null
 cmake --build "$build/windows" -j"$jobs"
@@ -16,4 +32,5 @@ cmake --build "$build/windows" -j"$jobs"
 if [ "${1:-}" = "--native" ]; then
     cmake -S "$root" -B "$build/native" -DCMAKE_BUILD_TYPE=Debug "${launcher[@]}" >/dev/null
     cmake --build "$build/native" -j"$jobs"
+    linux_release
 fi

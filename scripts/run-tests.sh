@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# Builds everything and runs every test: the native sanitizer build, then the Windows build
-# under Wine with one persistent wineserver for the whole run.
+# Builds everything and runs every test: the native sanitizer build, the Linux host's release
+# build, then the Windows build under Wine with one persistent wineserver for the whole run.
 #
 # Run as root (a fresh machine, CI), the Wine suites run as the unprivileged user vftest (created
 # here once), in a Wine prefix of its own: read-only files and folders and access-denied are then
@@ -17,6 +17,9 @@ windows_build="$build/windows"
 status=0
 echo "== native tests (ASan/UBSan)"
 ctest --test-dir "$build/native" --output-on-failure -j"$(nproc)" || status=1
+echo "== Linux host, release build"
+"$root/tests/host_e2e/native_cli_test.sh" "$build/linux/bin/fmhost" \
+    "$build/linux/bin/HostFixture.fmx" || status=1
 
 small_volume="$windows_build/small-volume"
 cleanup() {

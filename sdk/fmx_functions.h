@@ -1,4 +1,5 @@
-// Our declarations of the host's plug-in interface (FMWrapper.dll), Windows x64.
+// Our declarations of the host's plug-in interface (FMWrapper.dll on Windows x64,
+// libFMWrapper.so on Linux).
 // Every function has C linkage; every one but the two shared colours takes the per-call error
 // slot last. Object types are opaque: the plug-in only ever holds pointers to them.
 #pragma once

@@ -4,7 +4,7 @@ Info-ZIP's `zip -r -6 -q` and `unzip -q`, and against the floor, on two trees of
 codec alone, natively; and one 1 GB file. Never a test.
 
     bench/zip/run_bench.py [--work DIR] [--scale 1] [--repeat 3] [--seed 1]
-                           [--large-file-gb 1] [--skip-large-file] [--skip-codec]
+                           [--large-file-gb 1] [--skip-large-file] [--skip-codec] [--native]
 
 Needs the Windows build (fmhost, the plug-in and zip_floor.exe: scripts/build.sh), `zip`, `unzip`
 and GNU `time`, and for the codec part cmake and Debian's libdeflate-dev and zlib1g-dev
@@ -12,6 +12,10 @@ and GNU `time`, and for the codec part cmake and Debian's libdeflate-dev and zli
 corpora.py: 800 MB of large files and 9,500 small text files from /usr at --scale 1) are copied
 into the work folder once; give --work to keep and reuse them. `--scale 0.05 --repeat 1
 --skip-large-file --skip-codec` checks the script in a minute.
+
+With --native the Linux build's operations run instead, natively, through native_zip (built in
+build/bench like codec_bench, without sanitizers), against the same Info-ZIP runs; the floor, a
+Windows program, is left out, and "call alone" takes off native_zip's own idle start-up.
 
 Figures. Each time is the best of --repeat turns in which every side runs once, in turn, with its
 input read into the page cache first (a change in the machine's load then touches every side
@@ -53,6 +57,8 @@ ROOT = os.path.dirname(os.path.dirname(os.path.dirname(os.path.abspath(__file__)
 BUILD = os.environ.get("VF_BUILD_DIR", os.path.join(ROOT, "build"))
 FMHOST = os.path.join(ROOT, "fmhost")
 FLOOR = os.path.join(BUILD, "windows", "bin", "zip_floor.exe")
+# The native_zip program when the run is native (--native); None: fmhost under Wine.
+NATIVE = None
 MB = 1024.0 * 1024.0
 
 # Per tree: the smallest call-alone ratios to Info-ZIP, the largest archive size ratio and peak
@@ -95,6 +101,31 @@ def run(args, **kwargs):
                                                  errors.read().decode(errors="replace")))
         peak_kib = int(open(usage.name).read().split()[-1])
     return seconds, peak_kib / 1024.0, out.decode()
+
+
+def native(*words):
+    seconds, peak, out = run([NATIVE] + list(words))
+    if out.strip() != "0":
+        sys.exit("native_zip %s answered %r" % (" ".join(words), out))
+    return seconds, peak
+
+
+def pack(source, target):
+    if NATIVE:
+        return native("compress", source, target)
+    return fmhost("VFile_Compress( %s ; %s )" % (calc_text(windows_path(source)),
+                                                  calc_text(windows_path(target))))
+
+
+def unpack_with_vfile(archive, folder):
+    if NATIVE:
+        return native("decompress", archive, folder)
+    return fmhost("VFile_DeCompress( %s ; %s )" % (calc_text(windows_path(archive)),
+                                                    calc_text(windows_path(folder))))
+
+
+def idle_run():
+    return native("idle") if NATIVE else fmhost("1")
 
 
 def fmhost(calculation):
@@ -165,8 +196,7 @@ def compressions(source, ours_zip, theirs_zip):
     """Our VFile_Compress and Info-ZIP's `zip -6` of the folder `source`, each into a new archive."""
     def ours():
         remove(ours_zip)
-        return fmhost("VFile_Compress( %s ; %s )" % (calc_text(windows_path(source)),
-                                                     calc_text(windows_path(ours_zip))))
+        return pack(source, ours_zip)
 
     def theirs():
         remove(theirs_zip)
@@ -177,7 +207,10 @@ def compressions(source, ours_zip, theirs_zip):
 class Bench:
     def __init__(self, work, repeat):
         self.work, self.repeat = work, repeat
-        self.idle, self.idle_peak = self.idle_figures(lambda: fmhost("1"))
+        self.idle, self.idle_peak = self.idle_figures(idle_run)
+        if NATIVE:
+            print("idle start-up: native_zip %.3f s (%.1f MB peak)" % (self.idle, self.idle_peak))
+            return
         self.floor_idle, self.floor_idle_peak = self.idle_figures(lambda: floor("idle"))
         print("idle start-up: fmhost %.2f s (%.1f MB peak), zip_floor %.2f s (%.1f MB peak)" %
               (self.idle, self.idle_peak, self.floor_idle, self.floor_idle_peak))
@@ -228,9 +261,12 @@ class Bench:
             return floor("read", windows_path(corpus), windows_path(floor_output),
                          str(os.path.getsize(ours_zip)), str(total))
 
-        compress = best_of_turns(self.repeat, dict(compressions(corpus, ours_zip, theirs_zip),
-                                                   floor=floor_read), [corpus])
-        self.report("compress", megabytes, compress, "zip -6", targets, "read")
+        sides = compressions(corpus, ours_zip, theirs_zip)
+        if not NATIVE:
+            sides["floor"] = floor_read
+        compress = best_of_turns(self.repeat, sides, [corpus])
+        self.report("compress", megabytes, compress, "zip -6", targets,
+                    None if NATIVE else "read")
         ours_size, theirs_size = os.path.getsize(ours_zip), os.path.getsize(theirs_zip)
         print("    archive: ours %d bytes, zip -6 %d, ratio %.4f %s" %
               (ours_size, theirs_size, ours_size / theirs_size,
@@ -240,7 +276,7 @@ class Bench:
         # skips inodes freed in the last minutes when it allocates new ones, so extracting right
         # after deleting thousands of files costs either side a millisecond per file, depending
         # on which block group its folder lands in: that would measure the file system's state.
-        outputs = {"ours": [], "theirs": [], "floor": []}
+        outputs = {"ours": [], "theirs": []} if NATIVE else {"ours": [], "theirs": [], "floor": []}
 
         def fresh(side):
             outputs[side].append(os.path.join(self.work, "%s out %s %d" %
@@ -249,21 +285,22 @@ class Bench:
 
         listing = os.path.join(self.work, name + ".listing")
         contents = os.path.join(self.work, name + ".contents")
-        decompress = best_of_turns(self.repeat, dict(
-            ours=lambda: fmhost("VFile_DeCompress( %s ; %s )" % (
-                calc_text(windows_path(ours_zip)), calc_text(windows_path(fresh("ours"))))),
-            theirs=lambda: run(["unzip", "-q", theirs_zip, "-d", fresh("theirs")])[:2],
-            floor=lambda: floor("create", windows_path(listing), windows_path(contents),
-                                windows_path(fresh("floor")))),
-            [ours_zip, theirs_zip, listing, contents])
-        self.report("decompress", megabytes, decompress, "unzip", targets, "create")
+        sides = dict(
+            ours=lambda: unpack_with_vfile(ours_zip, fresh("ours")),
+            theirs=lambda: run(["unzip", "-q", theirs_zip, "-d", fresh("theirs")])[:2])
+        if not NATIVE:
+            sides["floor"] = lambda: floor("create", windows_path(listing), windows_path(contents),
+                                           windows_path(fresh("floor")))
+        decompress = best_of_turns(self.repeat, sides, [ours_zip, theirs_zip, listing, contents])
+        self.report("decompress", megabytes, decompress, "unzip", targets,
+                    None if NATIVE else "create")
 
         expected = corpora.manifest(corpus)
         for side, folders_made in outputs.items():
             if corpora.manifest(folders_made[0]) != expected:
                 sys.exit("%s: the %s side's unpacked tree %s differs from the corpus" %
                          (title, side, folders_made[0]))
-        print("  unpacked trees (ours, unzip's, the floor's) equal the corpus")
+        print("  unpacked trees (%s) equal the corpus" % ", ".join(outputs))
         for path in [ours_zip, theirs_zip, floor_output] + sum(outputs.values(), []):
             remove(path)
 
@@ -300,8 +337,7 @@ class Bench:
             return figures
 
         decompress = best_of_turns(self.repeat, dict(
-            ours=lambda: unpack(lambda: fmhost("VFile_DeCompress( %s ; %s )" % (
-                calc_text(windows_path(ours_zip)), calc_text(windows_path(out)))), "ours"),
+            ours=lambda: unpack(lambda: unpack_with_vfile(ours_zip, out), "ours"),
             theirs=lambda: unpack(lambda: run(["unzip", "-q", theirs_zip, "-d", out])[:2],
                                   "unzip")),
             [ours_zip, theirs_zip])
@@ -311,16 +347,18 @@ class Bench:
             remove(path)
 
 
-def codec_bench_program(given):
+def native_bench_program(given, target):
+    """A program of the native benchmark build (build/bench: Release, no sanitizers), built when
+    missing."""
     if given:
         return given
     build = os.path.join(BUILD, "bench")
-    program = os.path.join(build, "bin", "codec_bench")
+    program = os.path.join(build, "bin", target)
     if not os.path.exists(program):
-        print("building codec_bench in %s" % build)
+        print("building %s in %s" % (target, build))
         subprocess.run(["cmake", "-S", ROOT, "-B", build, "-DCMAKE_BUILD_TYPE=Release",
                         "-DVF_SANITIZE=OFF"], check=True, stdout=subprocess.DEVNULL)
-        subprocess.run(["cmake", "--build", build, "--target", "codec_bench"], check=True,
+        subprocess.run(["cmake", "--build", build, "--target", target], check=True,
                        stdout=subprocess.DEVNULL)
     return program
 
@@ -347,14 +385,21 @@ def main():
     parser.add_argument("--skip-codec", action="store_true")
     parser.add_argument("--codec-bench", help="a codec_bench program (default: build/bench's, "
                         "built when missing)")
+    parser.add_argument("--native", action="store_true", help="the Linux build's operations, "
+                        "natively (native_zip), instead of fmhost under Wine")
     args = parser.parse_args()
-    for program in (FLOOR, os.path.join(BUILD, "windows", "bin", "fmhost.exe")):
-        if not os.path.exists(program):
-            sys.exit("%s is missing: run scripts/build.sh first" % program)
-    for tool in ("zip", "unzip", "wine", "/usr/bin/time"):
+    global NATIVE
+    if args.native:
+        NATIVE = native_bench_program(None, "native_zip")
+    else:
+        for program in (FLOOR, os.path.join(BUILD, "windows", "bin", "fmhost.exe")):
+            if not os.path.exists(program):
+                sys.exit("%s is missing: run scripts/build.sh first" % program)
+    for tool in ("zip", "unzip", "/usr/bin/time") + (() if NATIVE else ("wine",)):
         if not shutil.which(tool):
             sys.exit("%s is not installed" % tool)
-    codec_program = None if args.skip_codec else codec_bench_program(args.codec_bench)
+    codec_program = None if args.skip_codec else native_bench_program(args.codec_bench,
+                                                                       "codec_bench")
 
     work = os.path.abspath(args.work or tempfile.mkdtemp(prefix="vf-zip-bench-"))
     os.makedirs(work, exist_ok=True)
@@ -363,7 +408,8 @@ def main():
     big = None if args.skip_large_file else corpora.prepare_large_file(
         work, large, args.large_file_gb, args.seed)
 
-    keep_wineserver(True)
+    if not NATIVE:
+        keep_wineserver(True)
     try:
         bench = Bench(work, args.repeat)
         bench.tree("large files", large, args.seed)
@@ -371,7 +417,8 @@ def main():
         if big:
             bench.large_file(big)
     finally:
-        keep_wineserver(False)
+        if not NATIVE:
+            keep_wineserver(False)
     if codec_program:
         codec(codec_program, large)
     if not args.work:

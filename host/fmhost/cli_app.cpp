@@ -6,6 +6,8 @@
 #include <thread>
 #include <vector>
 
+#include "console.h"
+#include "core/wide_text.h"
 #include "host_driver.h"
 #include "process_usage.h"
 #include "script_reader.h"
@@ -24,7 +26,7 @@ constexpr int kExitPluginFailed = 3;
 constexpr uint8_t kIdleUserActive = 1;
 
 bool ReadWholeFile(const std::wstring& path, std::string& content) {
-    std::unique_ptr<std::FILE, int (*)(std::FILE*)> file(_wfopen(path.c_str(), L"rb"), std::fclose);
+    std::unique_ptr<std::FILE, int (*)(std::FILE*)> file(OpenForReading(path), std::fclose);
     if (!file)
         return false;
     char buffer[65536];
@@ -142,7 +144,7 @@ bool Runner::LoadPlugins() {
             logShown_ = log.size();
         }
         if (!plugin.Enabled()) {
-            const std::u16string path16(path.begin(), path.end());
+            const std::u16string path16 = Utf16FromWide(path);
             std::fprintf(io_.err, "fmhost: plug-in %s %s\n", driver::ToUtf8(path16).c_str(),
                          DescribeFailure(plugin).c_str());
             return false;
@@ -179,7 +181,7 @@ bool Runner::EvaluateInputs() {
                 break;
         }
         std::string& content = scriptTexts_.emplace_back();
-        if (!ReadWholeFile(std::wstring(input.value.begin(), input.value.end()), content)) {
+        if (!ReadWholeFile(WideFromUtf16(input.value), content)) {
             std::fprintf(io_.err, "fmhost: cannot read the script %s\n",
                          driver::ToUtf8(input.value).c_str());
             return false;

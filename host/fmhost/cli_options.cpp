@@ -2,6 +2,7 @@
 
 #include <limits>
 
+#include "core/wide_text.h"
 #include "value_format.h"
 
 namespace fmhost::cli {
@@ -54,7 +55,7 @@ ParsedOptions ParseOptions(const std::vector<std::u16string>& args) {
         const std::u16string& arg = args[i];
         const bool hasValue = i + 1 < args.size();
         auto value = [&]() -> const std::u16string& { return args[++i]; };
-        auto wide = [](const std::u16string& s) { return std::wstring(s.begin(), s.end()); };
+        auto wide = [](const std::u16string& s) { return WideFromUtf16(s); };
         int64_t a = 0;
         int64_t b = 2;
 
@@ -147,12 +148,15 @@ Plug-ins and the database:
   --plugin PATH             load this plug-in (repeatable)
   --no-plugin               load none (the ./fmhost launcher otherwise loads the built one)
   --file PATH               the calculating database; Get(FilePath) gives file:/C:/...
-                            (default: Untitled.fmp12 in the current folder; need not exist)
+                            (filelinux:/... on Linux; default: Untitled.fmp12 in the current
+                            folder; need not exist)
   --no-file                 no database: Get(FilePath) fails with error 100
   --network-file URL        a database on a network host: Get(FilePath) gives fmnet:/host/db
   --extension-version N     the host's extension version sent at init (default 77); a plug-in
-                            importing an export newer than N is not loaded (system error 127)
-  --application-kind N      the application kind sent at init (default 1, desktop)
+                            importing an export newer than N is not loaded (system error 127;
+                            80 on Linux)
+  --application-kind N      the application kind sent at init (default 1, desktop; on Linux
+                            7, server-side scripting: 4 web publishing, 9 Data API)
   --application-version V   Get(ApplicationVersion) and the version sent at init
                             (default "Pro 22.0v1")
   --preferences             send the preferences message after loading (if asked for)

@@ -6,6 +6,8 @@
 #include <utility>
 #include <vector>
 
+#include "platform_defaults.h"
+
 namespace fmhost::cli {
 
 enum class FileChoice { kDefault, kLocal, kNone, kNetwork };
@@ -31,7 +33,7 @@ struct Options {
     FileChoice file = FileChoice::kDefault;
     std::wstring fileLocation;
     int16_t extensionVersion = 77;
-    uint8_t applicationKind = 1;
+    uint8_t applicationKind = DefaultApplicationKind();
     std::u16string applicationVersion = u"Pro 22.0v1";
     std::vector<Input> inputs;
     bool prompt = false;

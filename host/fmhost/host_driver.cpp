@@ -1,5 +1,6 @@
 #include "host_driver.h"
 
+#include "core/wide_text.h"
 #include "host_objects.h"
 #include "value_format.h"
 
@@ -16,8 +17,8 @@ Registration FromEntry(const FmhostRegistration& entry) {
     out.flags = entry.flags;
     out.result = entry.result;
     out.injected = entry.injected != 0;
-    out.name = reinterpret_cast<const char16_t*>(entry.name);
-    out.prototype = reinterpret_cast<const char16_t*>(entry.prototype);
+    out.name = Utf16FromWide(entry.name);
+    out.prototype = Utf16FromWide(entry.prototype);
     return out;
 }
 
@@ -50,7 +51,8 @@ std::u16string Plugin::String(int32_t id) const {
     const uint32_t length = FMHost_PluginString(handle_, id, nullptr, 0);
     std::wstring buffer(length + 1, L'\0');
     FMHost_PluginString(handle_, id, &buffer[0], length + 1);
-    return std::u16string(reinterpret_cast<const char16_t*>(buffer.c_str()), length);
+    buffer.resize(length);
+    return Utf16FromWide(buffer);
 }
 
 Host::Host() {
@@ -63,7 +65,7 @@ Host::~Host() {
 }
 
 void Host::SetApplicationVersion(const std::u16string& version) {
-    FMHost_SetApplicationVersion(reinterpret_cast<const wchar_t*>(version.c_str()));
+    FMHost_SetApplicationVersion(WideFromUtf16(version).c_str());
 }
 
 bool Host::SetFile(int32_t mode, const std::wstring& location) {
@@ -74,7 +76,8 @@ std::u16string Host::FilePath() const {
     const uint32_t length = FMHost_GetFilePath(nullptr, 0);
     std::wstring buffer(length + 1, L'\0');
     FMHost_GetFilePath(&buffer[0], length + 1);
-    return std::u16string(reinterpret_cast<const char16_t*>(buffer.c_str()), length);
+    buffer.resize(length);
+    return Utf16FromWide(buffer);
 }
 
 Plugin& Host::LoadPlugin(const std::wstring& path, int16_t extnVersion, uint8_t applicationKind) {

@@ -1,6 +1,6 @@
-// What the host process holds: kernel handles, GDI and USER objects, private bytes. fmhost's
-// --verbose report shows it before the first and after the last calculation, so a plug-in that
-// leaks shows up as a difference.
+// What the host process holds: kernel handles (open descriptors on Linux), GDI and USER objects,
+// private bytes. fmhost's --verbose report shows it before the first and after the last
+// calculation, so a plug-in that leaks shows up as a difference.
 #pragma once
 
 #include <cstdint>

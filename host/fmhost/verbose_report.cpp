@@ -2,6 +2,7 @@
 
 #include <cinttypes>
 
+#include "core/wide_text.h"
 #include "value_format.h"
 
 namespace fmhost::cli {
@@ -42,7 +43,7 @@ const char* KindName(int32_t kind) {
 void ReportPlugin(std::FILE* err, const std::wstring& path, const driver::Plugin& plugin,
                   int16_t extensionVersion, int applicationKind,
                   const std::u16string& applicationVersion) {
-    const std::u16string path16(path.begin(), path.end());
+    const std::u16string path16 = Utf16FromWide(path);
     std::fprintf(err, "fmhost: plug-in %s\n", ToUtf8(path16).c_str());
     if (plugin.State() == kFmhostPluginNotLoaded || plugin.State() == kFmhostPluginNoEntryPoint) {
         std::fprintf(err, "fmhost:   %s\n", DescribeFailure(plugin).c_str());

@@ -3,9 +3,11 @@
 #include <cstring>
 #include <cwchar>
 
+#include "core/wide_text.h"
 #include "fault_injection.h"
 #include "fmhost_control.h"
 #include "host_runtime.h"
+#include "host_system.h"
 #include "path_syntax.h"
 #include "plugin_loader.h"
 
@@ -18,16 +20,22 @@ struct FmhostPlugin {
 namespace {
 
 std::u16string FromWide(const wchar_t* text) {
-    return std::u16string(reinterpret_cast<const char16_t*>(text), std::wcslen(text));
+    return fmhost::Utf16FromWide(text);
 }
 
+// Lengths are in wchar_t units, the caller's own.
 uint32_t CopyOut(const std::u16string& text, wchar_t* buffer, uint32_t capacity) {
-    if (buffer != nullptr && capacity > 0) {
-        const size_t count = std::min<size_t>(text.size(), capacity - 1);
-        std::memcpy(buffer, text.data(), count * sizeof(wchar_t));
-        buffer[count] = L'\0';
+    try {
+        const std::wstring wide = fmhost::WideFromUtf16(text);
+        if (buffer != nullptr && capacity > 0) {
+            const size_t count = std::min<size_t>(wide.size(), capacity - 1);
+            std::memcpy(buffer, wide.data(), count * sizeof(wchar_t));
+            buffer[count] = L'\0';
+        }
+        return static_cast<uint32_t>(wide.size());
+    } catch (...) {
+        return 0;
     }
-    return static_cast<uint32_t>(text.size());
 }
 
 template <size_t N>
@@ -46,14 +54,6 @@ void Describe(const fmwrapper::FunctionRecord& function, FmhostRegistration& out
     out.flags = function.flags;
     CopyText(function.name, out.name);
     CopyText(function.prototype, out.prototype);
-}
-
-std::u16string AbsoluteWindowsPath(const wchar_t* path) {
-    wchar_t full[4096];
-    const DWORD length = GetFullPathNameW(path, 4096, full, nullptr);
-    if (length == 0 || length >= 4096)
-        return FromWide(path);
-    return std::u16string(reinterpret_cast<const char16_t*>(full), length);
 }
 
 }  // namespace
@@ -107,7 +107,7 @@ int32_t FMHost_SetFile(int32_t mode, const wchar_t* location) {
                     return -1;
                 settings.fileMode = fmwrapper::FileMode::kLocal;
                 settings.filePath =
-                    u"file:" + fmwrapper::HostPathFromNative(AbsoluteWindowsPath(location));
+                    fmwrapper::HostFilePath(fmwrapper::AbsoluteNativePath(FromWide(location)));
                 break;
             case kFmhostFileNone:
                 settings.fileMode = fmwrapper::FileMode::kNone;
@@ -161,7 +161,8 @@ FmhostPlugin* FMHost_LoadPlugin(const wchar_t* path, int16_t extnVersion, uint8_
         options.applicationKind = applicationKind;
         options.applicationVersion = HostRuntime::Instance().Settings().applicationVersion;
         auto plugin = std::make_unique<FmhostPlugin>();
-        plugin->loaded = fmwrapper::LoadedPlugin::Load(path != nullptr ? path : L"", options);
+        plugin->loaded =
+            fmwrapper::LoadedPlugin::Load(path != nullptr ? FromWide(path) : u"", options);
         return plugin.release();
     } catch (...) {
         return nullptr;

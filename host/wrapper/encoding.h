@@ -1,4 +1,5 @@
-// The host's text encodings (numbers 0 to 36) and their Windows code pages.
+// The host's text encodings (numbers 0 to 36): Windows converts through its code pages, Linux
+// through iconv with the same tables, so both give the same bytes for the same text.
 #pragma once
 
 #include <cstddef>
@@ -8,10 +9,9 @@
 
 namespace fmwrapper {
 
-// The code page an encoding number names (0, the native encoding, is the ANSI code page).
-// Throws std::invalid_argument for a number outside 0..36 or a code page this system lacks.
-uint32_t CodePageOf(int32_t encoding);
-
+// Both throw std::invalid_argument for a number outside 0..36 or an encoding this system lacks.
+// Characters an encoding cannot hold become "?", one for each UTF-16 unit (Windows first tries a
+// close letter of some code pages' own choosing, "A" for "\u0100" in 1252; Linux does not).
 std::u16string Decode(const char* bytes, size_t length, int32_t encoding);
 std::string Encode(std::u16string_view units, int32_t encoding);
 

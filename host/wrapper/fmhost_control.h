@@ -1,6 +1,7 @@
 // The emulated host's control interface: what fmhost.exe and the tests use to configure the
 // host inside FMWrapper.dll, load plug-ins, inject faults and read the registration log.
-// Exported by FMWrapper.dll beside the plug-in interface; plain C, UTF-16 strings.
+// Exported by FMWrapper.dll (libFMWrapper.so on Linux) beside the plug-in interface; plain C,
+// wchar_t strings: UTF-16 on Windows, UTF-32 on Linux.
 //
 // Calculations are run through the plug-in interface itself: an environment from
 // FM_ExprEnv_Constructor1 that nobody filled evaluates in the host's own context.
@@ -8,7 +9,8 @@
 
 #include <cstdint>
 
-#ifdef FMHOST_CONTROL_EXPORTS
+// Linux exports through the library's version script.
+#if defined(FMHOST_CONTROL_EXPORTS) && defined(_WIN32)
 #define FMHOST_CONTROL_API __declspec(dllexport)
 #else
 #define FMHOST_CONTROL_API
@@ -69,8 +71,8 @@ FMHOST_CONTROL_API int32_t FMHost_UseSession(uint64_t id);
 // or 0 when it is not open. The plug-ins learn of it through FMHost_SendSessionShutdown.
 FMHOST_CONTROL_API int32_t FMHost_EndSession(uint64_t id);
 FMHOST_CONTROL_API void FMHost_SetApplicationVersion(const wchar_t* version);
-// kFmhostFileLocal: `location` is a Windows path (made absolute here); kFmhostFileNetwork: a URL
-// such as fmnet:/host/Solution.fmp12 or fmp://host/Solution.fmp12. Returns 0, or -1 when
+// kFmhostFileLocal: `location` is a path of this system (made absolute here); kFmhostFileNetwork: a
+// URL such as fmnet:/host/Solution.fmp12 or fmp://host/Solution.fmp12. Returns 0, or -1 when
 // `location` is missing or the mode unknown.
 FMHOST_CONTROL_API int32_t FMHost_SetFile(int32_t mode, const wchar_t* location);
 // What Get(FilePath) answers now (host syntax); returns its length, writes at most capacity-1

@@ -1,8 +1,6 @@
 #include "host_runtime.h"
 
-#include <windows.h>
-
-#include "path_syntax.h"
+#include "host_system.h"
 
 namespace fmwrapper {
 
@@ -24,13 +22,7 @@ HostRuntime::HostRuntime() : settings_(DefaultSettings()), registrations_(regist
 // Like a new database of the host: "Untitled.fmp12" in the current folder (it need not exist).
 HostSettings HostRuntime::DefaultSettings() {
     HostSettings settings;
-    wchar_t full[MAX_PATH * 4];
-    const DWORD length = GetFullPathNameW(L"Untitled.fmp12", MAX_PATH * 4, full, nullptr);
-    const std::u16string native =
-        length > 0 && length < MAX_PATH * 4
-            ? std::u16string(reinterpret_cast<const char16_t*>(full), length)
-            : u"C:\\Untitled.fmp12";
-    settings.filePath = u"file:" + HostPathFromNative(native);
+    settings.filePath = HostFilePath(AbsoluteNativePath(u"Untitled.fmp12"));
     return settings;
 }
 

@@ -1,5 +1,5 @@
-// The names a library file imports from one module, read from its import table on disk, before
-// anything of it is loaded.
+// The names a plug-in's library file takes from the host's plug-in interface library, read from
+// the file on disk before anything of it is loaded.
 #pragma once
 
 #include <string>
@@ -7,8 +7,9 @@
 
 namespace fmwrapper {
 
-// Imports by name from `module` (compared without regard to case). Empty when the file cannot be
-// read or is no 64-bit image; imports by ordinal are left out.
-std::vector<std::string> ImportsFrom(const std::wstring& libraryPath, const char* module);
+// Windows: the by-name imports of FMWrapper.dll's import entry. Linux: every undefined symbol of
+// the dynamic symbol table (an ELF file does not say which library is to provide one). Empty
+// when the file cannot be read or is no 64-bit library of this system.
+std::vector<std::string> HostImports(const std::u16string& libraryPath);
 
 }  // namespace fmwrapper

@@ -59,7 +59,7 @@ std::u16string PercentEncoded(std::u16string_view text) {
     for (char16_t c : text) {
         if (c == u' ' || c == u'%' || c == u'#' || c == u'?') {
             char escaped[4];
-            std::snprintf(escaped, sizeof(escaped), "%%%02X", static_cast<unsigned>(c));
+            std::snprintf(escaped, sizeof(escaped), "%%%02X", static_cast<unsigned char>(c));
             out.append(escaped, escaped + 3);
         } else {
             out.push_back(c);

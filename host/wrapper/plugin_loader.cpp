@@ -15,6 +15,9 @@ namespace {
 constexpr uint32_t kNameCapacity = 256;
 constexpr uint32_t kDescriptionCapacity = 1024;
 constexpr uint32_t kOptionsCapacity = 256;
+// The language the host asks for its strings in: English (United States), as a Windows
+// language id on every system.
+constexpr uint64_t kLanguageEnglishUs = 0x0409;
 
 uint64_t SessionId() {
     return HostRuntime::Instance().CurrentSession().Id();
@@ -22,7 +25,7 @@ uint64_t SessionId() {
 
 }  // namespace
 
-std::unique_ptr<LoadedPlugin> LoadedPlugin::Load(const std::wstring& path,
+std::unique_ptr<LoadedPlugin> LoadedPlugin::Load(const std::u16string& path,
                                                  const LoadOptions& options) {
     std::unique_ptr<LoadedPlugin> plugin(new LoadedPlugin());
     plugin->Start(path, options);
@@ -33,27 +36,25 @@ LoadedPlugin::~LoadedPlugin() {
     Unload();
 }
 
-void LoadedPlugin::Start(const std::wstring& path, const LoadOptions& options) {
+void LoadedPlugin::Start(const std::u16string& path, const LoadOptions& options) {
     // A host of this version would not have these exports, and the system's loader refuses a
     // library whose import it cannot satisfy, before the plug-in runs at all.
-    for (const std::string& name : ImportsFrom(path, "FMWrapper.dll")) {
+    for (const std::string& name : HostImports(path)) {
         const int16_t since = ExportIntroducedIn(name);
         if (since != 0 && since > options.extnVersion) {
-            systemError_ = ERROR_PROC_NOT_FOUND;
+            systemError_ = kMissingImportError;
             state_ = PluginState::kNotLoaded;
             return;
         }
     }
-    module_ = LoadLibraryExW(path.c_str(), nullptr, LOAD_WITH_ALTERED_SEARCH_PATH);
-    if (module_ == nullptr) {
-        systemError_ = GetLastError();
+    library_ = OpenLibrary(path, systemError_);
+    if (!library_) {
         state_ = PluginState::kNotLoaded;
         return;
     }
     proc_ = reinterpret_cast<FmxExternCallProcFn>(
-        reinterpret_cast<void*>(GetProcAddress(module_, "FMExternCallProc")));
+        LibrarySymbol(library_.get(), "FMExternCallProc", systemError_));
     if (proc_ == nullptr) {
-        systemError_ = GetLastError();
         Release();
         state_ = PluginState::kNoEntryPoint;
         return;
@@ -63,7 +64,7 @@ void LoadedPlugin::Start(const std::wstring& path, const LoadOptions& options) {
     record_.extnVersion = options.extnVersion;
     record_.unusedID = -1;
     record_.entryPoint = proc_;
-    record_.instanceID = reinterpret_cast<uint64_t>(module_);
+    record_.instanceID = reinterpret_cast<uint64_t>(library_.get());
     record_.cStartScript = &StartScriptCallback;
     record_.cCurrentEnv = &CurrentEnvCallback;
 
@@ -79,7 +80,6 @@ void LoadedPlugin::Start(const std::wstring& path, const LoadOptions& options) {
     initResult_ = Send(fmx::kMsgInit, options.applicationKind,
                        reinterpret_cast<uint64_t>(hostVersion_.c_str()), 0);
     if (initResult_ < kMinAcceptedExtnVersion) {
-        purged_ += HostRuntime::Instance().Functions().PurgeModule(module_);
         Release();
         state_ = PluginState::kRefused;
     }
@@ -106,7 +106,7 @@ int64_t LoadedPlugin::Send(uint8_t whichCall, uint8_t parm1, uint64_t parm2, uin
 // The plug-in writes UTF-16 into the host's buffer; capacity in units, the last one kept zero.
 std::u16string LoadedPlugin::QueryString(uint8_t id, uint32_t capacity) {
     std::vector<char16_t> buffer(capacity + 1, u'\0');
-    Send(fmx::kMsgGetString, id, MAKELANGID(LANG_ENGLISH, SUBLANG_ENGLISH_US), capacity,
+    Send(fmx::kMsgGetString, id, kLanguageEnglishUs, capacity,
          reinterpret_cast<uint64_t>(buffer.data()));
     buffer[capacity] = u'\0';
     return std::u16string(buffer.data());
@@ -141,15 +141,16 @@ void LoadedPlugin::Unload() {
         SendSessionShutdown(sessionId);
     if (initSent_)
         Send(fmx::kMsgShutdown, 0, 0, 0);
-    purged_ += HostRuntime::Instance().Functions().PurgeModule(module_);
     Release();
     state_ = PluginState::kUnloaded;
 }
 
+// Nothing the plug-in registered may stay callable once its code is gone.
 void LoadedPlugin::Release() {
-    if (module_ != nullptr)
-        FreeLibrary(module_);
-    module_ = nullptr;
+    if (proc_ != nullptr)
+        purged_ += HostRuntime::Instance().Functions().PurgeModule(
+            LibraryContaining(reinterpret_cast<const void*>(proc_)));
+    library_.reset();
     proc_ = nullptr;
 }
 

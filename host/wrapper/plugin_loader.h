@@ -3,14 +3,13 @@
 // preferences, 10 for the session and file shutdown messages.
 #pragma once
 
-#include <windows.h>
-
 #include <cstdint>
 #include <memory>
 #include <mutex>
 #include <string>
 
 #include "fmx_record.h"
+#include "library_module.h"
 
 namespace fmwrapper {
 
@@ -24,7 +23,7 @@ enum class PluginState : int32_t {
     kEnabled = 0,
     kRefused = 1,       // init answered -1, -2 or anything below the 64-bit minimum
     kNoEntryPoint = 2,  // loaded, but FMExternCallProc is missing
-    kNotLoaded = 3,     // LoadLibrary failed (see SystemError)
+    kNotLoaded = 3,     // the system could not load it (see SystemError)
     kUnloaded = 4,
 };
 
@@ -33,7 +32,8 @@ constexpr int64_t kMinAcceptedExtnVersion = 53;
 
 class LoadedPlugin {
   public:
-    static std::unique_ptr<LoadedPlugin> Load(const std::wstring& path, const LoadOptions& options);
+    static std::unique_ptr<LoadedPlugin> Load(const std::u16string& path,
+                                              const LoadOptions& options);
     ~LoadedPlugin();
     LoadedPlugin(const LoadedPlugin&) = delete;
     LoadedPlugin& operator=(const LoadedPlugin&) = delete;
@@ -59,14 +59,14 @@ class LoadedPlugin {
 
   private:
     LoadedPlugin() = default;
-    void Start(const std::wstring& path, const LoadOptions& options);
+    void Start(const std::u16string& path, const LoadOptions& options);
     bool Wants(size_t position) const;
     int64_t Send(uint8_t whichCall, uint8_t parm1, uint64_t parm2, uint64_t parm3,
                  uint64_t result = 0);
     std::u16string QueryString(uint8_t id, uint32_t capacity);
     void Release();
 
-    HMODULE module_ = nullptr;
+    UniqueLibrary library_;
     FmxExternCallProcFn proc_ = nullptr;
     // One record for the plug-in's lifetime: plug-ins keep its address and read it later.
     FmxExternCallRecord record_{};

@@ -1,24 +1,12 @@
 #include "registrations.h"
 
-#include <windows.h>
-
 #include <algorithm>
 
 #include "external_call.h"
 #include "fault_injection.h"
+#include "library_module.h"
 
 namespace fmwrapper {
-namespace {
-
-const void* ModuleOf(FmxExtPluginFn callback) {
-    HMODULE module = nullptr;
-    GetModuleHandleExW(
-        GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS | GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT,
-        reinterpret_cast<LPCWSTR>(reinterpret_cast<void*>(callback)), &module);
-    return module;
-}
-
-}  // namespace
 
 // A registration the calculation engine could not honour is refused with the generic
 // calculation error; a taken name with the engine's own "already registered" error.
@@ -134,7 +122,7 @@ size_t Registrations::PurgeModule(const void* module) {
     std::lock_guard<std::mutex> lock(mutex_);
     size_t purged = 0;
     for (auto it = current_.begin(); it != current_.end();) {
-        if (ModuleOf(it->callback) == module) {
+        if (LibraryContaining(reinterpret_cast<const void*>(it->callback)) == module) {
             if (!it->scriptStep)
                 registry_.Unregister(it->pluginId, it->functionId);
             it = current_.erase(it);

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstring>
 
+#include "core/wide_text.h"
 #include "guard.h"
 #include "objects.h"
 
@@ -27,6 +28,12 @@ std::u16string UnitsOf(const Unit* s, size_t length) {
     if (length != 0)
         std::memcpy(&units[0], s, length * sizeof(char16_t));
     return units;
+}
+
+std::u16string WideUnitsOf(const wchar_t* s, size_t length) {
+    if (s == nullptr && length != 0)
+        throw std::invalid_argument("null string");
+    return length == 0 ? std::u16string() : fmhost::Utf16FromWide(std::wstring_view(s, length));
 }
 
 template <typename Unit>
@@ -56,11 +63,11 @@ uint32_t FM_Text_GetSize(const void* self, FmxErr& err) {
 }
 
 void FM_Text_AssignWide(void* self, const wchar_t* s, FmxErr& err) {
-    Guard(err, [&] { TextOf(self).Assign(UnitsOf(s, TerminatedLength(s))); });
+    Guard(err, [&] { TextOf(self).Assign(WideUnitsOf(s, TerminatedLength(s))); });
 }
 
 void FM_Text_AssignWideWithLength(void* self, const wchar_t* s, uint32_t strlength, FmxErr& err) {
-    Guard(err, [&] { TextOf(self).Assign(UnitsOf(s, strlength)); });
+    Guard(err, [&] { TextOf(self).Assign(WideUnitsOf(s, strlength)); });
 }
 
 void FM_Text_AssignUnicode(void* self, const uint16_t* s, FmxErr& err) {

@@ -20,11 +20,12 @@ char16_t FoldAsciiLetter(char16_t unit) {
 
 }  // namespace
 
-std::u16string StoredNameFromRelativePath(std::u16string_view relativePath) {
-    const size_t first = relativePath.find(u'\\');
+std::u16string StoredNameFromRelativePath(std::u16string_view relativePath, slib::PathStyle style) {
+    const char16_t separator = slib::SeparatorOf(style);
+    const size_t first = relativePath.find(separator);
     std::u16string name(relativePath.substr(first == std::u16string_view::npos ? 0 : first + 1));
     for (char16_t& unit : name) {
-        if (unit == u'\\') {
+        if (unit == separator) {
             unit = u'/';
         }
     }

@@ -7,11 +7,15 @@
 #include <string_view>
 #include <vector>
 
+#include "foundation/path_style.h"
+
 namespace archive {
 
-// The stored name of a walked item: its relative path ("\"-separated, starting with one) with
-// everything up to its first "\" dropped and "/" between the parts, as every other tool expects.
-std::u16string StoredNameFromRelativePath(std::u16string_view relativePath);
+// The stored name of a walked item: its relative path (separated by the style's separator,
+// starting with one) with everything up to its first separator dropped and "/" between the parts,
+// as every other tool expects.
+std::u16string StoredNameFromRelativePath(std::u16string_view relativePath,
+                                          slib::PathStyle style = slib::NativePathStyle());
 
 // True for the already-compressed kinds stored without deflating: the text from the name's last
 // "." to its end is one of .Z .zip .zoo .arc .lzh .arj .gz .tgz, compared whole, with only the

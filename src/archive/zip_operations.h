@@ -1,6 +1,6 @@
 #pragma once
 // The two archive operations behind VFile_Compress and VFile_DeCompress, with their failures in
-// the order users' scripts see them. Paths are absolute Windows paths.
+// the order users' scripts see them. Paths are absolute, in the system's own style.
 
 #include "foundation/utf16_string.h"
 

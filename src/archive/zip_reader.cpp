@@ -269,8 +269,12 @@ ArchiveEntry ZipReader::readEntry() {
     entry.compressed = LoadLe32(header + 20);
     entry.uncompressed = LoadLe32(header + 24);
     entry.localOffset = LoadLe32(header + 42);
+    const uint32_t external = LoadLe32(header + 38);
     entry.time.attributes =
-        static_cast<uint8_t>(LoadLe32(header + 38) & (kDosAttributeReadOnly | kDosAttributeHidden));
+        static_cast<uint8_t>(external & (kDosAttributeReadOnly | kDosAttributeHidden));
+    if (header[5] == kHostUnix) {
+        entry.time.unixMode = static_cast<uint16_t>(external >> 16);
+    }
 
     const uint8_t* extra = variable.data() + nameLength;
     std::optional<std::string_view> unicodeName;

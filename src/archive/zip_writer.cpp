@@ -258,7 +258,9 @@ void ZipWriter::writeCentralHeader(const Entry& entry) {
     std::vector<uint8_t> header;
     header.reserve(kCentralHeaderSize + entry.name.size() + extra.size());
     AppendLe32(header, kCentralHeaderSignature);
-    AppendLe16(header, version);  // made by: MS-DOS attributes, this format version
+    // Made by: MS-DOS attributes, or Unix ones where a mode is kept; this format version.
+    AppendLe16(header, entry.time.unixMode != 0 ? static_cast<uint16_t>(kHostUnix << 8 | version)
+                                                : version);
     AppendLe16(header, version);
     AppendLe16(header, entry.flags);
     AppendLe16(header, entry.method);
@@ -272,7 +274,8 @@ void ZipWriter::writeCentralHeader(const Entry& entry) {
     AppendLe16(header, 0);  // comment
     AppendLe16(header, 0);  // disk
     AppendLe16(header, 0);  // internal attributes
-    AppendLe32(header, (entry.folder ? kDosAttributeFolder : kDosAttributeArchive) |
+    AppendLe32(header, uint32_t{entry.time.unixMode} << 16 |
+                           (entry.folder ? kDosAttributeFolder : kDosAttributeArchive) |
                            (entry.time.attributes & (kDosAttributeReadOnly | kDosAttributeHidden)));
     AppendLe32(header, Clamp32(entry.localOffset));
     header.insert(header.end(), entry.name.begin(), entry.name.end());

@@ -1,7 +1,5 @@
 #include "bridge/file_container.h"
 
-#include <windows.h>
-
 #include <exception>
 
 #include "bridge/picture_preview.h"

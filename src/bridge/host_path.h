@@ -1,4 +1,5 @@
-// Host path syntax to native Windows text: "file:/C:/Data/a.txt" becomes "C:\Data\a.txt".
+// Host path syntax to native text: "file:/C:/Data/a.txt" becomes "C:\Data\a.txt" on Windows,
+// "filelinux:/opt/Data/a.txt" becomes "/opt/Data/a.txt" on Linux.
 #pragma once
 
 #include <string>
@@ -7,9 +8,8 @@
 
 namespace bridge {
 
-// The text after the host's prefix ("file:", "filemac:", anything before the first "/") when
-// the segment between the first two "/" names a mounted volume, with "/" turned into "\".
-// Anything else comes back unchanged, to be read as a native or relative path.
+// The system's form of a host path (HostSyntaxToNative); anything else comes back unchanged, to
+// be read as a native or relative path.
 // Raises -50 "FileMaker network path cannot be used" for "fmnet:..." and -43 "Empty string is
 // not valid path" for an empty text.
 std::u16string HostPathToNative(const std::u16string& hostPath);

@@ -1,4 +1,5 @@
-// A PNG rendering of a picture the host cannot show by itself (TIFF), through GDI+.
+// A PNG rendering of a picture the host cannot show by itself (TIFF), through the system's
+// picture engine (GDI+ on Windows; none on Linux yet).
 #pragma once
 
 #include <cstdint>

@@ -1,16 +1,17 @@
 #include "bridge/resolve_path.h"
 
 #include "bridge/host_path.h"
+#include "bridge/system_path_rules.h"
 
 namespace bridge {
 
 std::shared_ptr<slib::Path> ResolvePath(const slib::Path& anchor, const FmxText& hostPath) {
-    return slib::Path::Parse(HostPathToNative(hostPath), anchor);
+    return ParseSystemPath(HostPathToNative(hostPath), anchor);
 }
 
 std::shared_ptr<const slib::String> ResolvePath(const slib::Path& anchor, const FmxText& hostPath,
                                                 int style) {
-    return ResolvePath(anchor, hostPath)->format(style, anchor);
+    return FormatSystemPath(*ResolvePath(anchor, hostPath), style, anchor);
 }
 
 }  // namespace bridge

@@ -1,7 +1,5 @@
 #include "bridge/text_conversion.h"
 
-#include <windows.h>
-
 #include <algorithm>
 #include <cstring>
 #include <new>
@@ -11,7 +9,7 @@
 #include "foundation/error_codes.h"
 #include "foundation/exception.h"
 #include "foundation/text_detection.h"
-#include "foundation/windows/unique_handles.h"
+#include "foundation/zeroed_pages.h"
 #include "shell/host_text.h"
 
 namespace bridge {
@@ -75,8 +73,7 @@ std::vector<uint8_t> EncodeText(const FmxText& text, int32_t encoding) {
     }
     const auto capacity = static_cast<uint32_t>(wanted);
     // Fresh pages are zero already and cost memory only where the host writes.
-    const slib::UniqueVirtualMemory buffer(
-        VirtualAlloc(nullptr, capacity, MEM_RESERVE | MEM_COMMIT, PAGE_READWRITE));
+    const slib::UniqueZeroedPages buffer = slib::AllocateZeroedPages(capacity);
     if (!buffer.valid()) {
         throw std::bad_alloc();
     }

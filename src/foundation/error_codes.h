@@ -7,6 +7,7 @@
 namespace slib {
 
 constexpr int32_t kNoError = 0;
+constexpr int32_t kNotAvailable = -4;       // an operation this build cannot do
 constexpr int32_t kIoError = -36;           // a failure the system did not explain
 constexpr int32_t kVolumeFull = -34;        // no room left on the volume
 constexpr int32_t kFileNotOpen = -38;       // a zip archive that cannot be opened

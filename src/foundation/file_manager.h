@@ -7,6 +7,13 @@
 // WithLongPathPrefix's normal, prefixed form; only the shell (copy/move/delete through
 // SHFileOperationW, the shell actions) refuses the prefix and gets the plain form. A copy, move or
 // delete that would reach a path the shell cannot hold runs on our own long-path walk instead.
+//
+// Linux: paths are absolute POSIX paths, turned into the name bytes by SystemPath. Copy, move,
+// delete and sizes run on a descriptor walk that never follows a link inside a tree (a copy
+// keeps it as a link); roots, mount points and the database's holders are compared by device and
+// inode; rights are the mode's owner, group and other bits; the creation date is read where the
+// file system keeps it and never set. The members a server has no use for (dialogs, shell
+// windows, mounts, short names) fail with defined errors: posix/file_manager_server.cpp.
 
 #include <cstdint>
 #include <memory>
@@ -117,6 +124,10 @@ class FileManager : public Object {
     // -43 "Item does not exist", -50 "Cannot delete a volume root"; otherwise removes the item and
     // all it holds, permanently. An item whose delete is pending (held elsewhere) counts as gone.
     void deleteItem(const String& path) const;
+    // Where a copy or move of `source` to `destination` lands: inside `destination` under the
+    // source's own name when that is an existing folder, else `destination` itself.
+    std::shared_ptr<const String> transferTarget(const String& source,
+                                                 const String& destination) const;
     // -50 `message` when `path` names `folder` or one of the folders holding it.
     void refuseHolderOf(const String& path, const String& folder, const char* message) const;
 

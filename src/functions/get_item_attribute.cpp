@@ -1,6 +1,7 @@
 // VFile_Get( itemSelector ; path ): an attribute, a path form or the kind of an item.
 #include "bridge/item_selectors.h"
 #include "bridge/path_context.h"
+#include "bridge/system_path_rules.h"
 #include "foundation/error_codes.h"
 #include "foundation/exception.h"
 #include "foundation/file_manager.h"
@@ -47,7 +48,8 @@ void GetItemAttribute(const fmlib::FunctionCall& call) {
         fmlib::SetResultText(call.result, bridge::RightsText(RightsOf(*rights)));
     } else if (selector <= bridge::kSelectLastPathForm) {
         const slib::Path item(path.units());
-        const auto text = item.format(bridge::PathStyleOfSelector(selector), paths.anchor());
+        const auto text =
+            bridge::FormatSystemPath(item, bridge::PathStyleOfSelector(selector), paths.anchor());
         fmlib::SetResultText(call.result, text->units());
     } else {
         const uint32_t kind = manager.getItemKind(path);

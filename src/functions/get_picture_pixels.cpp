@@ -9,9 +9,7 @@
 #include "foundation/error_codes.h"
 #include "foundation/exception.h"
 #include "functions/get_selectors.h"
-#include "picture/windows/gdiplus_session.h"
-#include "picture/windows/picture_codec.h"
-#include "picture/windows/picture_file.h"
+#include "picture/picture_pixels.h"
 #include "shell/host_data.h"
 #include "shell/host_values.h"
 #include "shell/result.h"
@@ -20,7 +18,7 @@
 namespace functions {
 namespace {
 
-// The container stream types that hold a picture GDI+ decodes.
+// The container stream types that hold a picture the system's engine decodes.
 const char* const kPictureStreams[] = {"JPEG", "PNGf", "GIFf", "BMPf", "TIFF"};
 
 bool IsPictureStream(const std::string& type) {
@@ -61,22 +59,14 @@ std::u16string PixelText(const slib::PictureDimensions& size) {
 void GetPicturePixels(const fmlib::FunctionCall& call) {
     fmlib::RequireParameters(call.args, 2);
     const FmxData& value = fmlib::DataVectAt(call.args, 1);
-    slib::UniqueGdipBitmap picture;
+    slib::PictureDimensions size;
     if (fmlib::DataGetNativeType(value) == fmx::kDTBinary) {
-        const std::vector<uint8_t> bytes = ContainerPicture(fmlib::DataGetBinaryData(value));
-        slib::StartGdiplus();
-        picture = slib::DecodePicture(bytes);
-        if (!picture) {
-            slib::Throw(slib::kBadParameter, "This is not a picture.");
-        }
+        size = slib::MeasurePictureBytes(ContainerPicture(fmlib::DataGetBinaryData(value)));
     } else {
         bridge::PathContext paths(call.env);
-        const std::vector<uint8_t> bytes =
-            slib::ReadPictureFile(paths.pathArgument(call.args, 1), "Item does not exist");
-        slib::StartGdiplus();
-        picture = slib::LoadPicture(bytes);
+        size = slib::MeasurePictureFile(paths.pathArgument(call.args, 1), "Item does not exist");
     }
-    fmlib::SetResultText(call.result, PixelText(slib::MeasurePicture(picture.get())));
+    fmlib::SetResultText(call.result, PixelText(size));
 }
 
 }  // namespace functions

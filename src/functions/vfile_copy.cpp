@@ -4,7 +4,6 @@
 #include "bridge/staged_picture_options.h"
 #include "foundation/file_manager.h"
 #include "foundation/new_item_name.h"
-#include "foundation/windows/long_path_walk.h"
 #include "functions/handlers.h"
 #include "functions/staged_picture_copy.h"
 #include "shell/call_frame.h"
@@ -24,8 +23,7 @@ void Copy(const fmlib::FunctionCall& call) {
     const slib::String target = paths.pathArgument(call.args, 1);
     // Into an existing folder the item keeps its own name: that is the name to be made.
     slib::RequireUsableNewItem(target);
-    slib::RequireUsableNewItem(
-        slib::String(slib::long_path::TransferTarget(source.units(), target.units())));
+    slib::RequireUsableNewItem(*slib::FileManager().transferTarget(source, target));
     slib::FileManager().copyItem(source, target);
     fmlib::SetResultCode(call.result, 0);
 }

@@ -2,7 +2,6 @@
 #include "bridge/path_context.h"
 #include "foundation/file_manager.h"
 #include "foundation/new_item_name.h"
-#include "foundation/windows/long_path_walk.h"
 #include "functions/handlers.h"
 #include "shell/call_frame.h"
 #include "shell/result.h"
@@ -17,8 +16,7 @@ void Move(const fmlib::FunctionCall& call) {
                              "Cannot move the folder of the database or a folder holding it");
     // Into an existing folder the item keeps its own name: that is the name to be made.
     slib::RequireUsableNewItem(target);
-    slib::RequireUsableNewItem(
-        slib::String(slib::long_path::TransferTarget(source.units(), target.units())));
+    slib::RequireUsableNewItem(*slib::FileManager().transferTarget(source, target));
     slib::FileManager().moveItem(source, target);
     fmlib::SetResultCode(call.result, 0);
 }

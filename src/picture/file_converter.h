@@ -1,6 +1,6 @@
 #pragma once
 // slib::FileConverter: collects conversion options by key, then converts a source file into a
-// target file. The picture engine (FileConverterImpl) lives in windows/.
+// target file. The picture engine lives in windows/ (GDI+); posix/ has none yet and fails with -4.
 
 #include <cstdint>
 #include <map>

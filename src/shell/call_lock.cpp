@@ -1,9 +1,8 @@
 #include "shell/call_lock.h"
 
-#include <windows.h>
-
 #include <atomic>
 #include <system_error>
+#include <thread>
 
 #include "shell/shell_state.h"
 
@@ -14,14 +13,14 @@ namespace fmlib {
 
 namespace {
 
-// The thread holding gCallMutex, 0 when none. Only the holder writes it, so another thread can
-// never read its own id here by mistake.
-std::atomic<DWORD> gCallMutexOwner{0};
+// The thread holding gCallMutex, no thread's id when none. Only the holder writes it, so another
+// thread can never read its own id here by mistake.
+std::atomic<std::thread::id> gCallMutexOwner{};
 
 }  // namespace
 
 CallLock::CallLock() {
-    const DWORD self = GetCurrentThreadId();
+    const std::thread::id self = std::this_thread::get_id();
     if (gCallMutexOwner.load() == self) {
         throw std::system_error(std::make_error_code(std::errc::resource_deadlock_would_occur));
     }
@@ -32,7 +31,7 @@ CallLock::CallLock() {
 }
 
 CallLock::~CallLock() {
-    gCallMutexOwner = 0;
+    gCallMutexOwner = std::thread::id();
 #ifndef VF_CALL_PROBE_WITHOUT_LOCK
     gCallMutex.unlock();
 #endif

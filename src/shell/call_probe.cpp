@@ -2,10 +2,10 @@
 
 #ifdef VF_CALL_PROBE
 
-#include <windows.h>
-
 #include <atomic>
+#include <thread>
 
+#include "shell/plugin_export.h"
 #include "shell/shell_state.h"
 
 namespace fmlib {
@@ -29,7 +29,7 @@ CallProbe::CallProbe() {
     ++gCalls;
     // Give another thread every chance to get in; it only can if the lock is missing.
     for (int i = 0; i < kLingerYields && gInside.load() == 1; ++i) {
-        SwitchToThread();
+        std::this_thread::yield();
     }
 }
 
@@ -45,25 +45,25 @@ void ProbeTimerStarted(uintptr_t timer) {
 
 extern "C" {
 
-__declspec(dllexport) void VfProbeCallStats(long* calls, int* mostInside) {
+VF_PLUGIN_EXPORT void VfProbeCallStats(long* calls, int* mostInside) {
     *calls = fmlib::gCalls.load();
     *mostInside = fmlib::gMostInside.load();
 }
 
-__declspec(dllexport) void VfProbeResetCallStats() {
+VF_PLUGIN_EXPORT void VfProbeResetCallStats() {
     fmlib::gCalls = 0;
     fmlib::gMostInside = 0;
 }
 
-__declspec(dllexport) uintptr_t VfProbeRecheckTimer() {
+VF_PLUGIN_EXPORT uintptr_t VfProbeRecheckTimer() {
     return fmlib::gRecheckTimer;
 }
 
-__declspec(dllexport) uintptr_t VfProbeLastTimerStarted() {
+VF_PLUGIN_EXPORT uintptr_t VfProbeLastTimerStarted() {
     return fmlib::gLastTimerStarted;
 }
 
-__declspec(dllexport) int VfProbeEnabled() {
+VF_PLUGIN_EXPORT int VfProbeEnabled() {
     return fmlib::gEnabled ? 1 : 0;
 }
 

@@ -7,6 +7,7 @@
 #include "shell/call_probe.h"
 #include "shell/function_entry.h"
 #include "shell/lifecycle.h"
+#include "shell/plugin_export.h"
 #include "shell/recheck_timer.h"
 #include "shell/shell_state.h"
 
@@ -38,7 +39,7 @@ void Dispatch(FmxExternCallRecord& record) {
 
 }  // namespace
 
-extern "C" __declspec(dllexport) void FMExternCallProc(FmxExternCallRecord* record) {
+extern "C" VF_PLUGIN_EXPORT void FMExternCallProc(FmxExternCallRecord* record) {
     if (record == nullptr) {
         return;
     }

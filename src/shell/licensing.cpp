@@ -1,11 +1,10 @@
 #include "shell/licensing.h"
 
-#include <windows.h>
-
 #include <atomic>
 #include <string>
 
 #include "resources/resource_ids.h"
+#include "shell/about_box.h"
 #include "shell/resource_text.h"
 
 namespace licensing {
@@ -33,8 +32,7 @@ void OpenRegistrationWindow() {
     const std::u16string name = fmlib::LoadResourceString(VF_STR_PLUGIN_NAME);
     const std::u16string body = name + u" " + fmlib::LoadResourceString(VF_STR_VERSION) + u"\n\n" +
                                 fmlib::LoadResourceString(VF_STR_DESCRIPTION);
-    MessageBoxW(nullptr, reinterpret_cast<const wchar_t*>(body.c_str()),
-                reinterpret_cast<const wchar_t*>(name.c_str()), MB_OK | MB_ICONINFORMATION);
+    fmlib::ShowAboutBox(name, body);
 }
 
 int32_t Register() {

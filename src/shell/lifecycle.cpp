@@ -1,20 +1,19 @@
 #include "shell/lifecycle.h"
 
-#include <windows.h>
-
-#include <climits>
+#include <algorithm>
 #include <cstring>
+#include <string>
 
 #include "fmx_constants.h"
-#include "foundation/windows/rich_edit_library.h"
-#include "picture/windows/gdiplus_session.h"
 #include "resources/resource_ids.h"
 #include "shell/extension_version.h"
 #include "shell/licensing.h"
 #include "shell/newer_host_functions.h"
 #include "shell/recheck_timer.h"
 #include "shell/registration.h"
+#include "shell/resource_text.h"
 #include "shell/shell_state.h"
+#include "shell/system_engines.h"
 
 namespace fmlib {
 
@@ -26,6 +25,21 @@ constexpr char16_t kOptions[] = u"QrvF1YnYnYn";
 
 void WriteResult(FmxExternCallRecord& record, int64_t value) {
     record.result = static_cast<uint64_t>(value);
+}
+
+// Zero-terminated UTF-16 whatever the system's wchar_t, cut to the host's capacity as the
+// Windows string loader cuts.
+void WriteResourceString(uint32_t id, char16_t* buffer, uint64_t capacity) {
+    if (capacity == 0) {
+        return;
+    }
+    // Loaded whole, then cut: the host's capacity sizes its buffer, never one of ours.
+    std::u16string text = LoadResourceString(id);
+    if (text.size() >= capacity) {
+        text.resize(static_cast<size_t>(capacity - 1));
+    }
+    std::copy(text.begin(), text.end(), buffer);
+    buffer[text.size()] = u'\0';
 }
 
 }  // namespace
@@ -51,8 +65,7 @@ void HandleShutdown(const FunctionTable& functions) {
     gEnabled = false;
     UnregisterFunctions(functions);
     StopRecheckTimer();
-    slib::ShutdownGdiplus();
-    slib::ReleaseRichEditLibrary();
+    ReleaseSystemEngines();
 }
 
 void HandlePreferences() {
@@ -67,23 +80,16 @@ void HandlePreferences() {
 }
 
 void HandleGetString(FmxExternCallRecord& record) {
-    auto* buffer = reinterpret_cast<wchar_t*>(record.result);
+    auto* buffer = reinterpret_cast<char16_t*>(record.result);
     if (buffer == nullptr) {
         return;
     }
-    // A capacity of 0 would make the loader hand back a pointer instead of copying.
-    const int capacity = record.parm3 > INT_MAX ? INT_MAX : static_cast<int>(record.parm3);
-    const auto instance = reinterpret_cast<HINSTANCE>(record.instanceID);
     switch (record.parm1) {
         case fmx::kStrName:
-            if (capacity > 0) {
-                LoadStringW(instance, VF_STR_PLUGIN_NAME, buffer, capacity);
-            }
+            WriteResourceString(VF_STR_PLUGIN_NAME, buffer, record.parm3);
             break;
         case fmx::kStrPreferences:
-            if (capacity > 0) {
-                LoadStringW(instance, VF_STR_DESCRIPTION, buffer, capacity);
-            }
+            WriteResourceString(VF_STR_DESCRIPTION, buffer, record.parm3);
             break;
         case fmx::kStrOptions:
             std::memcpy(buffer, kOptions, sizeof(kOptions));

@@ -1,8 +1,8 @@
 #include "shell/newer_host_functions.h"
 
-#include <windows.h>
-
 #include <atomic>
+
+#include "shell/host_library.h"
 
 namespace fmlib {
 
@@ -20,11 +20,7 @@ void* FindNewerHostFunction(const char* name, int16_t since) {
     if (gHostExtensionVersion < since) {
         return nullptr;
     }
-    const HMODULE wrapper = GetModuleHandleW(L"FMWrapper.dll");
-    if (wrapper == nullptr) {
-        return nullptr;
-    }
-    return reinterpret_cast<void*>(GetProcAddress(wrapper, name));
+    return HostLibrarySymbol(name);
 }
 
 }  // namespace fmlib

@@ -1,7 +1,8 @@
 // Host functions newer than the oldest host we accept. Windows refuses to load a library whose
-// import the host's FMWrapper.dll lacks, before our own version check could run, so these are
-// never imported: each is looked up by name when called, and only on a host whose extension
-// version has it. Callers fall back to what the older host offers.
+// import the host's FMWrapper.dll lacks, before our own version check could run, and a Linux
+// loader binding at once does the same with libFMWrapper.so, so these are never imported: each is
+// looked up by name when called, and only on a host whose extension version has it. Callers fall
+// back to what the older host offers.
 #pragma once
 
 #include <cstdint>

@@ -1,5 +1,6 @@
-// The ten-minute licence recheck timer. Thread-less (no window): its callback runs from the
-// message loop of the thread that started it and only clears licensing's cached check.
+// The ten-minute licence recheck timer. Its callback only clears licensing's cached check. On
+// Windows it is thread-less (no window) and runs from the message loop of the thread that
+// started it; a server engine on Linux has no such loop, so there a thread of ours waits it out.
 #pragma once
 
 namespace fmlib {

@@ -9,8 +9,9 @@
 
 namespace fmlib {
 
-// Loads string `id` from the plug-in module named by the latest extern-call record, truncated to
-// `capacity` - 1 units as the system's string loader does. Empty when the string is missing.
+// String `id` of the plug-in's string table (on Windows the module named by the latest
+// extern-call record), truncated to `capacity` - 1 units as the system's string loader does.
+// Empty when the string is missing.
 std::u16string LoadResourceString(uint32_t id, size_t capacity = 1024);
 
 // Fills `text` with string `id`. With `nameOnly`, everything from the first "(" on is removed

@@ -16,7 +16,7 @@ extern FmxExternCallRecord* gCallRecord;
 extern std::mutex gCallMutex;
 extern bool gEnabled;
 extern bool gInPreferences;
-// Win32 timer id of the licence recheck timer; 0 when none runs.
+// Id of the licence recheck timer (the system's timer id on Windows); 0 when none runs.
 extern uintptr_t gRecheckTimer;
 
 }  // namespace fmlib

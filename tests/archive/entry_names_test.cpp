@@ -15,9 +15,24 @@ std::string U8(const std::u16string& text) {
 }
 
 TEST(EntryNames, StoredNamesDropTheLeadingPartAndUseSlashes) {
-    EXPECT_EQ(U8(archive::StoredNameFromRelativePath(u"\\a.txt")), "a.txt");
-    EXPECT_EQ(U8(archive::StoredNameFromRelativePath(u"\\sub\\deeper\\b.txt")), "sub/deeper/b.txt");
-    EXPECT_EQ(U8(archive::StoredNameFromRelativePath(u"plain")), "plain");
+    using slib::PathStyle;
+    const struct {
+        PathStyle style;
+        const char16_t* relative;
+        const char* stored;
+    } cases[] = {
+        {PathStyle::kWindows, u"\\a.txt", "a.txt"},
+        {PathStyle::kWindows, u"\\sub\\deeper\\b.txt", "sub/deeper/b.txt"},
+        {PathStyle::kWindows, u"plain", "plain"},
+        {PathStyle::kPosix, u"/a.txt", "a.txt"},
+        {PathStyle::kPosix, u"/sub/deeper/b.txt", "sub/deeper/b.txt"},
+        {PathStyle::kPosix, u"/back\\slash", "back\\slash"},  // a character of a Linux name
+        {PathStyle::kPosix, u"plain", "plain"},
+    };
+    for (const auto& c : cases) {
+        EXPECT_EQ(U8(archive::StoredNameFromRelativePath(c.relative, c.style)), c.stored)
+            << U8(c.relative);
+    }
 }
 
 TEST(EntryNames, OnlyTheWholeLastExtensionDecidesStoring) {

@@ -1,7 +1,9 @@
 #pragma once
 // Test support: each test gets its own folder under the system's temporary folder, removed with
 // everything in it afterwards, plus helpers to lay out files, to catch the manager's failures and
-// to watch what the shell actions start.
+// to watch what the shell actions start. Relative paths are written with "\\" on every system;
+// the POSIX body turns them into "/". scratch_folder.cpp is shared, windows/ and posix/ hold
+// each system's bodies (tests/CMakeLists.txt: VF_SCRATCH_SOURCES).
 
 #include <gtest/gtest.h>
 
@@ -18,15 +20,22 @@
 namespace slib {
 namespace test {
 
+// The native separator, and the whole tree below `folder` as relative paths joined by "\\":
+// "<dir>" for folders, "<link>" for symbolic links, "" for files.
+extern const char16_t kSeparator;
+void CollectTree(const std::u16string& folder, std::map<std::u16string, std::string>& out);
+
+// Windows bodies only.
 std::u16string FromWide(const wchar_t* text);
 const wchar_t* Wide(const std::u16string& text);
-std::string Narrow(const std::u16string& text);
-std::u16string Quote(const std::u16string& text);  // in double quotes, nothing escaped
 // The Windows path of a file built beside the running test program.
 std::u16string BesideProgram(const std::u16string& name);
 
-// Removes a file or a whole tree through the long-path form, whatever its depth. Test-side only,
-// so cleanup never depends on the code under test.
+std::string Narrow(const std::u16string& text);
+std::u16string Quote(const std::u16string& text);  // in double quotes, nothing escaped
+
+// Removes a file or a whole tree (through the long-path form on Windows), whatever its depth,
+// never following a link. Test-side only, so cleanup never depends on the code under test.
 void RemoveTree(const std::u16string& path);
 
 // Whether this system's shell merges a folder moved into a folder that holds one of the same
@@ -54,6 +63,8 @@ class ScratchTest : public ::testing::Test {
 
     void makeFolder(const std::u16string& relative) const;
     void writeFile(const std::u16string& relative, const std::string& content) const;
+    // A file of `size` bytes that takes no room on the disk.
+    void makeSparseFile(const std::u16string& relative, uint64_t size) const;
     // Content of a file (any depth); nullopt when it cannot be opened.
     std::optional<std::string> readFile(const std::u16string& relative) const;
     bool exists(const std::u16string& relative) const;

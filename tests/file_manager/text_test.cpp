@@ -1,6 +1,9 @@
-// The text conversions and the drive-letter choice: pure functions, no file system needed.
+// The file manager's text conversions: pure functions, no file system needed, the same on every
+// system.
 
-#include "scratch_folder.h"
+#include <gtest/gtest.h>
+
+#include "foundation/file_manager.h"
 
 namespace slib {
 namespace test {
@@ -37,23 +40,6 @@ TEST(SmbUrlToUncPath, ConvertsOnlyTheLowerCaseSmbScheme) {
     EXPECT_EQ(Unc(u"afp://host/share"), u"afp://host/share");
     EXPECT_EQ(Unc(u"smb"), u"smb");
     EXPECT_EQ(Unc(u"x smb://host"), u"x smb://host");
-}
-
-constexpr uint32_t Bit(char letter) {
-    return uint32_t{1} << (letter - 'A');
-}
-
-TEST(ChooseFreeDriveLetter, TakesTheHighestFreeLetter) {
-    EXPECT_EQ(ChooseFreeDriveLetter(0), u'Z');
-    EXPECT_EQ(ChooseFreeDriveLetter(Bit('C')), u'Z');
-    EXPECT_EQ(ChooseFreeDriveLetter(Bit('Z') | Bit('Y')), u'X');
-    EXPECT_EQ(ChooseFreeDriveLetter(Bit('Z') | Bit('X')), u'Y');
-    EXPECT_EQ(ChooseFreeDriveLetter(0x03FFFFFEu), u'A');
-    // Bits above Z are no drive letters and do not matter.
-    EXPECT_EQ(ChooseFreeDriveLetter(0xFC000000u | Bit('Z')), u'Y');
-    // With every letter in use the search runs past A.
-    EXPECT_EQ(ChooseFreeDriveLetter(0x03FFFFFFu), u'@');
-    EXPECT_EQ(ChooseFreeDriveLetter(0xFFFFFFFFu), u'@');
 }
 
 }  // namespace

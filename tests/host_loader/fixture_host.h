@@ -1,52 +1,43 @@
-// A host with the fixture plug-in (HostFixture.fmx64, built beside the test). The test keeps
-// its own reference to the fixture module, so the messages it recorded stay readable after the
-// host has unloaded it.
+// A host with the fixture plug-in (HostFixture.fmx64, or .fmx on Linux, built beside the test). The
+// test keeps its own reference to the fixture module, so the messages it recorded stay readable
+// after the host has unloaded it.
 #pragma once
-
-#include <windows.h>
 
 #include <gtest/gtest.h>
 
 #include <memory>
 #include <string>
 
+#include "fixture_library.h"
 #include "fmhost/host_driver.h"
 
 namespace fixture_test {
 
-inline std::wstring FixturePath() {
-    wchar_t path[MAX_PATH * 4] = {};
-    const DWORD length = GetModuleFileNameW(nullptr, path, MAX_PATH * 4);
-    std::wstring full(path, length);
-    return full.substr(0, full.find_last_of(L"\\/") + 1) + L"HostFixture.fmx64";
-}
-
 class FixtureHost : public ::testing::Test {
   protected:
     void SetUp() override {
-        for (const wchar_t* name :
-             {L"HOST_FIXTURE_OPTIONS", L"HOST_FIXTURE_INIT", L"HOST_FIXTURE_LEAVE"}) {
-            SetEnvironmentVariableW(name, nullptr);
-        }
+        for (const char* name : {"HOST_FIXTURE_OPTIONS", "HOST_FIXTURE_INIT", "HOST_FIXTURE_LEAVE"})
+            SetSetting(name, nullptr);
         host_ = std::make_unique<fmhost::driver::Host>();
     }
 
     void TearDown() override {
         host_.reset();
         if (module_ != nullptr)
-            FreeLibrary(module_);
+            CloseFixture(module_);
     }
 
     fmhost::driver::Plugin& Load(int16_t extnVersion = 77) {
         if (module_ == nullptr)
-            module_ = LoadLibraryW(FixturePath().c_str());
+            module_ = OpenFixture();
         return host_->LoadPlugin(FixturePath(), extnVersion);
     }
 
     std::string Messages() const {
         using Reader = uint32_t (*)(char*, uint32_t);
-        auto read = reinterpret_cast<Reader>(
-            reinterpret_cast<void*>(GetProcAddress(module_, "HostFixture_Messages")));
+        auto read = module_ != nullptr
+                        ? reinterpret_cast<Reader>(FixtureSymbol(module_, "HostFixture_Messages"))
+                        : nullptr;
         if (read == nullptr)
             return "(fixture not loaded)";
         std::string buffer(read(nullptr, 0) + 1, '\0');
@@ -62,7 +53,7 @@ class FixtureHost : public ::testing::Test {
     }
 
     std::unique_ptr<fmhost::driver::Host> host_;
-    HMODULE module_ = nullptr;
+    void* module_ = nullptr;
 };
 
 }  // namespace fixture_test

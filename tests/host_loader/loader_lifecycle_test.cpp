@@ -1,4 +1,5 @@
 // Loading, messages and unloading, as the host application does them.
+#include <cstdlib>
 #include <string>
 #include <vector>
 
@@ -42,12 +43,12 @@ TEST_F(LoaderLifecycle, InitCarriesTheChosenExtensionVersionAndApplicationVersio
 }
 
 TEST_F(LoaderLifecycle, RefusalsUnloadThePlugin) {
-    for (const wchar_t* answer : {L"-1", L"-2", L"12", L"0"}) {
-        SCOPED_TRACE(std::string(answer, answer + wcslen(answer)));
-        SetEnvironmentVariableW(L"HOST_FIXTURE_INIT", answer);
+    for (const char* answer : {"-1", "-2", "12", "0"}) {
+        SCOPED_TRACE(answer);
+        fixture_test::SetSetting("HOST_FIXTURE_INIT", answer);
         fmhost::driver::Plugin& plugin = Load();
         EXPECT_EQ(plugin.State(), kFmhostPluginRefused);
-        EXPECT_EQ(plugin.InitResult(), _wtoi(answer));
+        EXPECT_EQ(plugin.InitResult(), std::atoi(answer));
         EXPECT_EQ(Eval(u"Fx_Add ( 1 ; 2 )"), "error 1208");
         plugin.Unload();
     }
@@ -58,8 +59,8 @@ TEST_F(LoaderLifecycle, RefusalsUnloadThePlugin) {
 }
 
 TEST_F(LoaderLifecycle, RegistrationsLeftBehindByARefusedPluginAreWithdrawn) {
-    SetEnvironmentVariableW(L"HOST_FIXTURE_INIT", L"-2");
-    SetEnvironmentVariableW(L"HOST_FIXTURE_LEAVE", L"1");
+    fixture_test::SetSetting("HOST_FIXTURE_INIT", "-2");
+    fixture_test::SetSetting("HOST_FIXTURE_LEAVE", "1");
     fmhost::driver::Plugin& plugin = Load();
     EXPECT_EQ(plugin.State(), kFmhostPluginRefused);
     EXPECT_EQ(plugin.Purged(), 9u);
@@ -68,7 +69,7 @@ TEST_F(LoaderLifecycle, RegistrationsLeftBehindByARefusedPluginAreWithdrawn) {
 }
 
 TEST_F(LoaderLifecycle, WithoutCharacterEightThereIsNoInitAndNoShutdown) {
-    SetEnvironmentVariableW(L"HOST_FIXTURE_OPTIONS", L"FxTs1nnnYYn");
+    fixture_test::SetSetting("HOST_FIXTURE_OPTIONS", "FxTs1nnnYYn");
     fmhost::driver::Plugin& plugin = Load();
     EXPECT_TRUE(plugin.Enabled());
     EXPECT_FALSE(plugin.InitSent());
@@ -84,8 +85,8 @@ TEST_F(LoaderLifecycle, IdleAndPreferencesOnlyWhenAskedFor) {
     quiet.Unload();
     EXPECT_EQ(Messages(), "7:131 7:128 7:129 0:77 4");
 
-    SetEnvironmentVariableW(L"HOST_FIXTURE_OPTIONS", L"FxTs1YnYYnn");
-    FreeLibrary(module_);  // start from fresh fixture globals
+    fixture_test::SetSetting("HOST_FIXTURE_OPTIONS", "FxTs1YnYYnn");
+    fixture_test::CloseFixture(module_);  // start from fresh fixture globals
     module_ = nullptr;
     fmhost::driver::Plugin& chatty = Load();
     EXPECT_TRUE(chatty.SendIdle(1));
@@ -95,7 +96,7 @@ TEST_F(LoaderLifecycle, IdleAndPreferencesOnlyWhenAskedFor) {
 
 // A session that ends is told at once; unloading tells every session still open, then shuts down.
 TEST_F(LoaderLifecycle, EndedSessionsAndUnloadSendFileAndSessionShutdownThenShutdown) {
-    SetEnvironmentVariableW(L"HOST_FIXTURE_OPTIONS", L"FxTs1nnYnYn");
+    fixture_test::SetSetting("HOST_FIXTURE_OPTIONS", "FxTs1nnYnYn");
     fmhost::driver::Plugin& plugin = Load();
     host_->ClearRegistrationLog();
     ASSERT_TRUE(host_->UseSession(3));
@@ -145,8 +146,28 @@ TEST_F(LoaderLifecycle, RegisteredFunctionsAreListedWithTheirBounds) {
     EXPECT_EQ(functions[1].flags, 0x00FFFF7Eu);
 }
 
+// The fixture takes FM_Text_GetBytesEx, which came with extension version 57: an older host
+// has no such export, and the system's loader would refuse the plug-in before it ran.
+TEST_F(LoaderLifecycle, AnImportNewerThanTheHostKeepsThePluginFromLoading) {
+    fmhost::driver::Plugin& old = Load(56);
+    EXPECT_EQ(old.State(), kFmhostPluginNotLoaded);
+    EXPECT_NE(old.SystemError(), 0u);
+    EXPECT_EQ(Messages(), "") << "nothing of the plug-in ran";
+    EXPECT_TRUE(Load(57).Enabled());
+}
+
+TEST_F(LoaderLifecycle, InitCarriesTheServerApplicationKinds) {
+    for (const uint8_t kind : {4, 7, 9}) {
+        SCOPED_TRACE(kind);
+        fmhost::driver::Plugin& plugin = host_->LoadPlugin(fixture_test::FixturePath(), 77, kind);
+        ASSERT_TRUE(plugin.Enabled());
+        EXPECT_EQ(Eval(u"Fx_HostInfo()"), "77 " + std::to_string(kind) + " Pro 22.0v1 instance-ok");
+        plugin.Unload();
+    }
+}
+
 TEST_F(LoaderLifecycle, AMissingPluginIsReportedNotFatal) {
-    fmhost::driver::Plugin& plugin = host_->LoadPlugin(L"C:\\no\\such\\plugin.fmx64");
+    fmhost::driver::Plugin& plugin = host_->LoadPlugin(fixture_test::MissingPluginPath());
     EXPECT_EQ(plugin.State(), kFmhostPluginNotLoaded);
     EXPECT_NE(plugin.SystemError(), 0u);
     EXPECT_EQ(Eval(u"1 + 1"), "2");

@@ -1,7 +1,5 @@
 // Every entry point reports failures through the error slot and never lets one escape: null
 // objects, bad arguments and injected faults.
-#include <windows.h>
-
 #include <string>
 
 #include "fmhost/host_driver.h"
@@ -15,11 +13,10 @@ using namespace wrapper_test;
 using FixPtAddFn = void (*)(const void*, const FmxFixPt*, FmxFixPt*, FmxErr&);
 using EvaluateFn = FmxErrcode (*)(const void*, const FmxText*, FmxData*, FmxErr&);
 
-// As a C caller sees an export: by name, with pointer parameters.
-template <typename Fn>
-Fn Export(const char* name) {
-    return reinterpret_cast<Fn>(
-        reinterpret_cast<void*>(GetProcAddress(GetModuleHandleW(L"FMWrapper.dll"), name)));
+// As a C caller sees an export: with pointer parameters.
+template <typename Fn, typename Declared>
+Fn Export(Declared* function) {
+    return reinterpret_cast<Fn>(reinterpret_cast<void*>(function));
 }
 
 TEST(ErrorSlot, NullObjectsAreAFailureOfTheCall) {
@@ -33,12 +30,12 @@ TEST(ErrorSlot, NullObjectsAreAFailureOfTheCall) {
 
     FixPtPtr one = Number(1);
     Slot add;
-    Export<FixPtAddFn>("FM_FixPt_Add")(one.get(), one.get(), nullptr, add);
+    Export<FixPtAddFn> (&FM_FixPt_Add)(one.get(), one.get(), nullptr, add);
     EXPECT_EQ(add.code(), kFmxErrOther);
 
     ExprEnvPtr env(Checked([](FmxErr& e) { return FM_ExprEnv_Constructor1(e); }));
     Slot evaluate;
-    Export<EvaluateFn>("FM_ExprEnv_Evaluate")(env.get(), nullptr, nullptr, evaluate);
+    Export<EvaluateFn> (&FM_ExprEnv_Evaluate)(env.get(), nullptr, nullptr, evaluate);
     EXPECT_EQ(evaluate.code(), kFmxErrOther);
 
     Slot assign;

@@ -10,7 +10,7 @@
 
 #include "foundation/exception.h"
 #include "foundation/windows/replacement_file.h"
-#include "foundation/windows/temporary_names.h"
+#include "foundation/temporary_names.h"
 #include "pictures/test_pictures.h"
 #include "safety_fixture.h"
 

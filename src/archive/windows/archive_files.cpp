@@ -6,6 +6,7 @@
 #include "archive/windows/entry_file_time.h"
 #include "foundation/file_manager.h"
 #include "foundation/windows/file_sharing.h"
+#include "foundation/windows/replacement_file.h"
 #include "foundation/windows/wide_text.h"
 
 namespace archive {
@@ -33,7 +34,51 @@ bool SameFile(HANDLE a, HANDLE b) {
            first.nFileIndexLow == second.nFileIndexLow;
 }
 
+// The archive written through a ReplacementFile: under its name only once committed.
+class NewArchiveFile : public ArchiveOutput {
+  public:
+    explicit NewArchiveFile(const std::u16string& path) : file_(slib::WithLongPathPrefix(path)) {
+        if (!file_.valid()) {
+            FailArchiveNotCreated();
+        }
+    }
+    void writeAt(uint64_t offset, const uint8_t* data, size_t length) override {
+        FileWriter(file_.handle()).writeAt(offset, data, length);
+    }
+    void complete() override {
+        if (!file_.commit()) {
+            if (!file_.strandedOriginal().empty()) {
+                FailArchiveNotCreated(file_.strandedOriginal());
+            }
+            FailArchiveNotCreated();
+        }
+    }
+
+  private:
+    slib::ReplacementFile file_;
+};
+
 }  // namespace
+
+std::unique_ptr<ByteSource> OpenArchiveSource(const std::u16string& path) {
+    auto source = std::make_unique<FileSource>(path);
+    if (!source->valid()) {
+        return nullptr;
+    }
+    return source;
+}
+
+std::unique_ptr<SourceFile> OpenSourceFile(const std::u16string& path, bool /*named*/) {
+    return std::make_unique<FileStream>(path);
+}
+
+void AddItemAttributes(const std::u16string& path, EntryTime& time) {
+    time.attributes = KeptAttributes(GetFileAttributesW(Wide(slib::WithLongPathPrefix(path))));
+}
+
+std::unique_ptr<ArchiveOutput> CreateArchiveOutput(const std::u16string& path) {
+    return std::make_unique<NewArchiveFile>(path);
+}
 
 FileSource::FileSource(const std::u16string& path)
     : handle_(slib::OpenShared(slib::WithLongPathPrefix(path), GENERIC_READ, slib::FileUse::kRead,

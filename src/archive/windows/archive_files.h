@@ -1,6 +1,6 @@
 #pragma once
-// The archive layer's byte interfaces over Windows file handles. Paths are absolute; the
-// long-path form is added here.
+// The archive layer's byte interfaces over Windows file handles, behind disk_files.h. Paths are
+// absolute; the long-path form is added here.
 
 #include <windows.h>
 
@@ -8,6 +8,7 @@
 #include <string>
 
 #include "archive/archive_io.h"
+#include "archive/disk_files.h"
 #include "archive/entry_time.h"
 #include "foundation/windows/unique_handles.h"
 
@@ -39,20 +40,17 @@ class FileWriter : public ByteWriter {
 
 // A file being added, read front to back. Opening or reading it fails with
 // -43 "Unable to add file to zip."
-class FileStream : public ByteStream {
+class FileStream : public SourceFile {
   public:
     explicit FileStream(const std::u16string& path);
     size_t read(uint8_t* buffer, size_t capacity) override;
-    uint64_t size() const { return size_; }
-    const EntryTime& time() const { return time_; }
+    uint64_t size() const override { return size_; }
+    const EntryTime& time() const override { return time_; }
 
   private:
     slib::UniqueFileHandle handle_;
     uint64_t size_ = 0;
     EntryTime time_;
 };
-
-// True when both paths name one existing file (through links and different spellings too).
-bool IsSameFile(const std::u16string& a, const std::u16string& b);
 
 }  // namespace archive

@@ -6,6 +6,7 @@
 #include <string>
 
 #include "archive/archive_failures.h"
+#include "archive/disk_files.h"
 #include "archive/windows/entry_file_time.h"
 #include "foundation/file_manager.h"
 #include "foundation/path_normal_form.h"
@@ -240,6 +241,10 @@ std::u16string DiskExtractTarget::temporaryName() const {
         folder.push_back(u'\\');
     }
     return slib::TemporaryNameBeside(folder + u"x");
+}
+
+std::unique_ptr<ExtractTarget> OpenDiskExtractTarget(std::u16string base) {
+    return std::make_unique<DiskExtractTarget>(std::move(base));
 }
 
 std::unique_ptr<EntryFile> DiskExtractTarget::createFile(const RelativePath& path) {

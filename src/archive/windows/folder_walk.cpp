@@ -1,4 +1,4 @@
-#include "archive/windows/folder_walk.h"
+#include "archive/folder_walk.h"
 
 #include <windows.h>
 
@@ -76,13 +76,6 @@ FolderWalk WalkFolder(const std::u16string& source) {
         }
     }
     return walk;
-}
-
-std::u16string WithoutTrailingSeparators(std::u16string path) {
-    while (!path.empty() && path.back() == u'\\') {
-        path.pop_back();
-    }
-    return path;
 }
 
 }  // namespace archive

@@ -1,4 +1,4 @@
-#include "archive/windows/oem_names.h"
+#include "archive/oem_names.h"
 
 #include <windows.h>
 

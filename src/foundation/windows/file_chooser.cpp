@@ -1,5 +1,4 @@
-// The open and save dialogs of the common dialog library, and the entry that picks a chooser by
-// item kind.
+// The open and save dialogs of the common dialog library.
 
 // windows.h first: the other system headers build on its types.
 #include <windows.h>
@@ -10,8 +9,6 @@
 
 #include "foundation/chooser_filter.h"
 #include "foundation/chosen_names.h"
-#include "foundation/error_codes.h"
-#include "foundation/exception.h"
 #include "foundation/file_manager.h"
 #include "foundation/windows/chooser_outcome.h"
 #include "foundation/windows/file_manager_handles.h"
@@ -131,32 +128,6 @@ ChosenPaths FileManager::chooseSaveFile(const std::shared_ptr<const String>& fol
         chosen.resize(1);
     }
     return chosen;
-}
-
-std::shared_ptr<const String> FileManager::buildAllowedFilesFilter(
-    const std::vector<std::shared_ptr<const String>>& extensions) const {
-    std::vector<std::u16string> units;
-    for (const std::shared_ptr<const String>& extension : extensions) {
-        units.push_back(extension->units());
-    }
-    return std::make_shared<const String>(AllowedFilesFilter(units));
-}
-
-ChosenPaths FileManager::choose(
-    int32_t kindPosition, bool several, const std::shared_ptr<const String>& folder,
-    const std::shared_ptr<const String>& title,
-    const std::vector<std::shared_ptr<const String>>& extensions) const {
-    switch (kindPosition) {
-        case CreateKind::kFile:
-            return chooseFiles(several, folder, title,
-                               extensions.empty() ? nullptr : buildAllowedFilesFilter(extensions));
-        case CreateKind::kFolder:
-            return chooseFolder(folder, title);
-        case CreateKind::kNew:
-            return chooseSaveFile(folder, title);
-        default:
-            Throw(kBadParameter, "Wrong parameter");
-    }
 }
 
 }  // namespace slib

@@ -1,12 +1,12 @@
-// Item attributes by id: dates, sizes, free space; the security ones are delegated to
-// file_manager_security.cpp.
+// Item dates and free space; the attribute-id dispatch is shared (../file_manager_attributes.cpp)
+// and the security attributes are in file_manager_security.cpp.
 
 #include <windows.h>
 
 #include "foundation/error_codes.h"
 #include "foundation/exception.h"
 #include "foundation/file_manager.h"
-#include "foundation/number.h"
+#include "foundation/item_dates.h"
 #include "foundation/windows/file_manager_handles.h"
 #include "foundation/windows/file_sharing.h"
 #include "foundation/windows/local_file_time.h"
@@ -17,11 +17,7 @@ using file_manager_detail::Wide;
 
 namespace {
 
-[[noreturn]] void ThrowUnknownAttribute() {
-    Throw(kBadParameter, "Unknown file attribute requested");
-}
-
-std::shared_ptr<Object> ItemDate(const std::u16string& longPath, uint32_t id) {
+std::shared_ptr<Object> ItemDateAt(const std::u16string& longPath, uint32_t id) {
     WIN32_FILE_ATTRIBUTE_DATA data;
     if (!GetFileAttributesExW(Wide(longPath), GetFileExInfoStandard, &data)) {
         ThrowLastError("Cannot get item attributes", GetLastError());
@@ -72,7 +68,7 @@ struct CreatedFileCleanup {
 // one of its times. The date is converted first: a date without a file time creates nothing. The
 // time is read back: one the volume cannot keep is refused, and the old time (or the absence of
 // the file) restored.
-void SetItemDate(const String& path, uint32_t id, const Object& value) {
+void SetDate(const String& path, uint32_t id, const Object& value) {
     const char* message = id == AttributeId::kCreated ? "Cannot modify file creation date"
                                                       : "Cannot modify file modification date";
     const auto* date = dynamic_cast<const Date*>(&value);
@@ -109,68 +105,14 @@ void SetItemDate(const String& path, uint32_t id, const Object& value) {
     }
 }
 
-uint32_t RightsArgument(const Object& value) {
-    const auto* number = dynamic_cast<const Number*>(&value);
-    if (number == nullptr) {
-        Throw(kBadParameter, "Wrong parameter");
-    }
-    return static_cast<uint32_t>(number->asInt64() & 7);
-}
-
 }  // namespace
 
-std::shared_ptr<Object> FileManager::getAttribute(const String& path, uint32_t id) const {
-    const std::u16string longPath = WithLongPathPrefix(path.units());
-    switch (id) {
-        case AttributeId::kCreated:
-        case AttributeId::kModified:
-            return ItemDate(longPath, id);
-        case AttributeId::kSize:
-        case AttributeId::kDataSize:
-            return std::make_shared<Number>(static_cast<int64_t>(getItemSize(path)));
-        case AttributeId::kResourceSize:
-            return std::make_shared<Number>(0);
-        case AttributeId::kAvailableSpace:
-            return std::make_shared<Number>(static_cast<int64_t>(getFreeSpace(path)));
-        case AttributeId::kOwner:
-            return std::const_pointer_cast<String>(getOwnerName(path));
-        case AttributeId::kGroup:
-            return std::const_pointer_cast<String>(getGroupName(path));
-        case AttributeId::kOwnerRights:
-            return std::make_shared<Number>(getOwnerRights(path));
-        case AttributeId::kGroupRights:
-            return std::make_shared<Number>(getGroupRights(path));
-        case AttributeId::kEveryoneRights:
-            return std::make_shared<Number>(getEveryoneRights(path));
-        default:
-            ThrowUnknownAttribute();
-    }
+std::shared_ptr<Object> file_manager_detail::GetItemDate(const String& path, uint32_t id) {
+    return ItemDateAt(WithLongPathPrefix(path.units()), id);
 }
 
-void FileManager::setAttribute(const String& path, uint32_t id, const Object& value) const {
-    switch (id) {
-        case AttributeId::kCreated:
-        case AttributeId::kModified:
-            SetItemDate(path, id, value);
-            return;
-        case AttributeId::kOwner:
-            setOwner(path, *value.description());
-            return;
-        case AttributeId::kGroup:
-            setGroup(path, *value.description());
-            return;
-        case AttributeId::kOwnerRights:
-            setOwnerRights(path, RightsArgument(value));
-            return;
-        case AttributeId::kGroupRights:
-            setGroupRights(path, RightsArgument(value));
-            return;
-        case AttributeId::kEveryoneRights:
-            setEveryoneRights(path, RightsArgument(value));
-            return;
-        default:
-            ThrowUnknownAttribute();
-    }
+void file_manager_detail::SetItemDate(const String& path, uint32_t id, const Object& value) {
+    SetDate(path, id, value);
 }
 
 uint64_t FileManager::getFreeSpace(const String& path) const {

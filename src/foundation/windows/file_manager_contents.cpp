@@ -7,8 +7,8 @@
 
 #include "foundation/error_codes.h"
 #include "foundation/exception.h"
+#include "foundation/file_contents_rules.h"
 #include "foundation/file_manager.h"
-#include "foundation/mime_sniffing.h"
 #include "foundation/windows/file_manager_handles.h"
 #include "foundation/windows/file_sharing.h"
 #include "foundation/windows/provisional_file.h"
@@ -23,26 +23,12 @@ namespace {
 // Large enough that the per-call cost vanishes, small enough for any system's I/O limits.
 constexpr DWORD kChunk = 4u << 20;
 
-// The absolute offset a position names in a file of `size` bytes, before the start clamped to
-// the start. `forReading` applies the read rule that (1, 0) is the last byte.
-int64_t AbsoluteOffset(FilePosition position, uint64_t size, bool forReading) {
-    int64_t offset = position.offset;
-    if (position.fromEnd == 1) {
-        offset += static_cast<int64_t>(size) - (forReading ? 1 : 0);
-    }
-    return std::max<int64_t>(offset, 0);
-}
-
 void MoveTo(HANDLE file, int64_t offset, const char* message) {
     LARGE_INTEGER distance;
     distance.QuadPart = offset;
     if (!SetFilePointerEx(file, distance, nullptr, FILE_BEGIN)) {
         ThrowLastError(message, GetLastError());
     }
-}
-
-[[noreturn]] void ThrowTooLarge() {
-    Throw(kBadParameter, "File is too large to read into one value (4 GiB or more)");
 }
 
 // The file opened for reading, or no handle when there is no file to read: a missing item or a
@@ -83,7 +69,7 @@ std::vector<uint8_t> ReadUpTo(HANDLE file, uint64_t limit, uint64_t expected) {
             break;
         }
         if (bytes.size() > kLargestRead) {
-            ThrowTooLarge();
+            ThrowTooLargeToRead();
         }
     }
     return bytes;
@@ -149,17 +135,13 @@ std::shared_ptr<const Data> FileManager::readFile(const String& path, FilePositi
     const auto start = static_cast<uint64_t>(AbsoluteOffset(position, fileSize, true));
     const uint64_t expected = start < fileSize ? std::min(length, fileSize - start) : 0;
     if (expected > kLargestRead) {
-        ThrowTooLarge();
+        ThrowTooLargeToRead();
     }
     if (length == 0) {
         return std::make_shared<Data>();
     }
     MoveTo(file.get(), static_cast<int64_t>(start), "Cannot read file");
     return std::make_shared<Data>(ReadUpTo(file.get(), length, expected));
-}
-
-std::shared_ptr<const Data> FileManager::readWholeFile(const String& path) const {
-    return readFile(path, FilePosition{0, 0}, kReadToEnd);
 }
 
 uint64_t FileManager::writeFile(const String& path, const Data& data, FilePosition position) const {
@@ -182,19 +164,6 @@ uint64_t FileManager::writeFile(const String& path, const Data& data, FilePositi
            "Cannot write to file");
     WriteAll(file.get(), data);
     return data.size();
-}
-
-uint64_t FileManager::replaceFile(const String& path, const Data& data) const {
-    ReplaceFileContents(path.units(), data.bytes().data(), data.size(), "Cannot write to file");
-    return data.size();
-}
-
-std::string FileManager::getMimeType(const String& path) const {
-    const size_t separator = path.units().find_last_of(u'\\');
-    const std::u16string name =
-        separator == std::u16string::npos ? path.units() : path.units().substr(separator + 1);
-    const std::shared_ptr<const Data> head = readFile(path, FilePosition{0, 0}, kMimeSniffLength);
-    return SniffMimeType(head->bytes().data(), head->size(), name);
 }
 
 }  // namespace slib

@@ -2,7 +2,6 @@
 
 #include <windows.h>
 
-#include "foundation/error_codes.h"
 #include "foundation/exception.h"
 #include "foundation/file_manager.h"
 #include "foundation/windows/file_manager_handles.h"
@@ -23,23 +22,6 @@ void FileManager::createFile(const String& path, bool overwrite) const {
         overwrite ? CREATE_ALWAYS : CREATE_NEW, FILE_ATTRIBUTE_NORMAL, nullptr));
     if (!file.valid()) {
         ThrowLastError("Cannot create file", GetLastError());
-    }
-}
-
-void FileManager::createItem(const String& path, int32_t kindPosition) const {
-    switch (kindPosition) {
-        case CreateKind::kFile:
-        case CreateKind::kNew:
-        case CreateKind::kFiles:
-            // Creating never destroys: an existing file is an error, not an empty file.
-            createFile(path, false);
-            return;
-        case CreateKind::kFolder:
-        case CreateKind::kFolders:
-            createDirectory(path);
-            return;
-        default:
-            Throw(kBadParameter, "Wrong parameter");
     }
 }
 

@@ -4,7 +4,7 @@
 
 #include "foundation/windows/file_sharing.h"
 #include "foundation/windows/item_identity.h"
-#include "foundation/windows/temporary_names.h"
+#include "foundation/temporary_names.h"
 #include "foundation/windows/wide_text.h"
 
 namespace slib {

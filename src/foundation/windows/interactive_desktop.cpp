@@ -3,8 +3,7 @@
 // windows.h first: the other system headers build on its types.
 #include <windows.h>
 
-#include "foundation/error_codes.h"
-#include "foundation/exception.h"
+#include "foundation/no_desktop.h"
 #include "foundation/windows/unique_handles.h"
 
 namespace slib {
@@ -63,7 +62,7 @@ bool HasInteractiveDesktop() {
 
 void RequireInteractiveDesktop() {
     if (!HasInteractiveDesktop()) {
-        Throw(kUnclassified, "No interactive desktop to show the dialog on");
+        ThrowNoInteractiveDesktop();
     }
 }
 

@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <vector>
 
+#include "foundation/temporary_names.h"
 #include "foundation/windows/open_items.h"
-#include "foundation/windows/temporary_names.h"
 #include "foundation/windows/wide_text.h"
 
 namespace slib {
@@ -77,7 +77,7 @@ bool ProvisionalFile::keepAs(const std::u16string& systemPath) {
 }
 
 bool ProvisionalFile::copyAs(const std::u16string& systemPath) {
-    const std::u16string beside = NameBeside(systemPath, u".partial");
+    const std::u16string beside = TemporaryNameBeside(systemPath);
     UniqueFileHandle copy(CreateFileW(Wide(beside), GENERIC_WRITE | DELETE, FILE_SHARE_READ,
                                       nullptr, CREATE_NEW, FILE_ATTRIBUTE_NORMAL, nullptr));
     if (!copy) {

@@ -4,16 +4,15 @@
 
 #include "foundation/exception.h"
 #include "foundation/file_manager.h"
+#include "foundation/temporary_names.h"
 #include "foundation/utf_conversion.h"
 #include "foundation/windows/link_entries.h"
-#include "foundation/windows/temporary_names.h"
 #include "foundation/windows/wide_text.h"
 
 namespace slib {
 
 namespace {
 
-constexpr char16_t kTemporarySuffix[] = u".partial";
 constexpr DWORD kKeptAttributes = FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_SYSTEM |
                                   FILE_ATTRIBUTE_ARCHIVE | FILE_ATTRIBUTE_NOT_CONTENT_INDEXED;
 
@@ -24,10 +23,6 @@ bool IsTaken(DWORD error) {
 }
 
 }  // namespace
-
-std::u16string TemporaryNameBeside(const std::u16string& target) {
-    return NameBeside(target, kTemporarySuffix);
-}
 
 SwapOutcome ReplaceWith(ProvisionalFile& file, const std::u16string& target,
                         ReplaceFileFunction replace) {
@@ -129,7 +124,7 @@ bool ReplacementFile::commit() {
 }
 
 bool ReplacementFile::IsTemporaryName(const std::u16string& name) {
-    return IsNameOfOurs(name, kTemporarySuffix);
+    return slib::IsTemporaryName(name);
 }
 
 void ThrowReplaceFailure(const char* message, const ReplacementFile& file) {

@@ -12,6 +12,8 @@
 #include <cstdint>
 #include <string>
 
+#include "foundation/replace_contents.h"
+#include "foundation/temporary_names.h"
 #include "foundation/windows/file_swap.h"
 #include "foundation/windows/provisional_file.h"
 
@@ -56,21 +58,12 @@ class ReplacementFile {
     std::u16string stranded_;
 };
 
-// A temporary name beside `target` (long form) for its new contents.
-std::u16string TemporaryNameBeside(const std::u16string& target);
-
 // Puts `file` in the place of the existing file `target` (long form, on the file's volume), with
 // the original's hidden, system and archive attributes: kept beside the target under a temporary
 // name, then swapped in (SwapIntoPlace). Unless swapped, the file is gone afterwards, or still
 // open (closing it removes it).
 SwapOutcome ReplaceWith(ProvisionalFile& file, const std::u16string& target,
                         ReplaceFileFunction replace = &ReplaceFileW);
-
-// Replaces (or creates) the file at `path` (plain form) with `size` bytes; throws `message` with
-// the system's error on failure, the file at `path` unchanged (or, should the original have had
-// to stay under its backup name, a message that says where it is).
-void ReplaceFileContents(const std::u16string& path, const uint8_t* bytes, uint64_t size,
-                         const char* message);
 
 // Throws `message` and the failure of `file`'s commit, naming the original's place when it was
 // stranded.

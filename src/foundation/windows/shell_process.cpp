@@ -7,6 +7,7 @@
 
 #include <vector>
 
+#include "foundation/argument_lines.h"
 #include "foundation/error_codes.h"
 #include "foundation/exception.h"
 #include "foundation/file_manager.h"
@@ -40,23 +41,6 @@ bool StartProcess(const String& program, const std::u16string& arguments) {
     return true;
 }
 
-// The lines of `text` split at carriage returns; an empty text has none.
-std::vector<std::u16string> SplitLines(const std::u16string& text) {
-    std::vector<std::u16string> lines;
-    if (text.empty()) {
-        return lines;
-    }
-    size_t start = 0;
-    for (;;) {
-        const size_t end = text.find(u'\r', start);
-        lines.push_back(text.substr(start, end - start));
-        if (end == std::u16string::npos) {
-            return lines;
-        }
-        start = end + 1;
-    }
-}
-
 }  // namespace
 
 void FileManager::openFileWithApplication(const String& file, const String& application) const {
@@ -69,7 +53,7 @@ void FileManager::openFileWithApplication(const String& file, const String& appl
 void FileManager::runApplication(const String& application, const String& arguments) const {
     // Every argument gets backslash escapes, whatever rules the program splits its line by.
     std::u16string line;
-    for (const std::u16string& argument : SplitLines(arguments.units())) {
+    for (const std::u16string& argument : SplitArgumentLines(arguments.units())) {
         line += escapeForCommandLine(String(argument))->units();
     }
     if (!StartProcess(application, line)) {

@@ -37,14 +37,8 @@ using UniqueAcl = UniqueResource<PACL, &LocalFree>;
 using UniqueWindow = UniqueResource<HWND, &DestroyWindow>;
 
 // --- contents ---
-inline void ReleaseVirtualMemory(void* memory) {
-    VirtualFree(memory, 0, MEM_RELEASE);
-}
 // A library loaded with LoadLibraryW (the rich-edit control's "Msftedit.dll").
 using UniqueModule = UniqueResource<HMODULE, &FreeLibrary>;
-// Pages reserved and committed with VirtualAlloc: zero-filled, and only the pages touched take
-// physical memory.
-using UniqueVirtualMemory = UniqueResource<void*, &ReleaseVirtualMemory>;
 
 // --- pictures ---
 inline void DisposeGdipBitmap(Gdiplus::GpBitmap* bitmap) {

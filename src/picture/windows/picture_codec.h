@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "foundation/windows/unique_handles.h"
+#include "picture/picture_pixels.h"
 
 namespace slib {
 
@@ -19,10 +20,6 @@ UniqueGdipBitmap DecodePicture(const std::vector<uint8_t>& bytes);
 // picture signature, -50 "Picture data is damaged" for a picture GDI+ cannot read.
 UniqueGdipBitmap LoadPicture(const std::vector<uint8_t>& bytes);
 
-struct PictureDimensions {
-    double width;
-    double height;
-};
 // 2400 "Cannot measure the picture" when GDI+ cannot tell.
 PictureDimensions MeasurePicture(Gdiplus::GpBitmap* bitmap);
 

@@ -1,0 +1,9 @@
+#include "foundation/path_style.h"
+
+namespace slib {
+
+PathStyle NativePathStyle() {
+    return PathStyle::kPosix;
+}
+
+}  // namespace slib
