@@ -18,6 +18,20 @@ status=0
 echo "== native tests (ASan/UBSan)"
 ctest --test-dir "$build/native" --output-on-failure -j"$(nproc)" || status=1
 
+# arm64 under qemu: a representative few, not the whole native suite again. The codec and zip
+# layout (libdeflate's arm64 code, byte order, zip64), paths, dates and text (wchar_t, UTF-8),
+# the emulated host's engine, the shell's portable code, the binary check with arm64 binutils
+# and, where the tree links them, the plug-in's own binary and version.
+arm64_tests='^(archive_tests|foundation_tests|contents_codecs_tests|host_core_calc_test'
+arm64_tests+='|shell_portable_tests|elf_plugin_check_cases|elf_plugin_binary|release_version_agreement)$'
+echo "== arm64 tests (qemu)"
+if "$root/scripts/build.sh" --arm64; then
+    ctest --test-dir "$build/linux-arm64" --output-on-failure -j"$(nproc)" -R "$arm64_tests" ||
+        status=1
+else
+    status=1
+fi
+
 small_volume="$windows_build/small-volume"
 cleanup() {
     if mountpoint -q "$small_volume" 2>/dev/null; then
