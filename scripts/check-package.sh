@@ -109,7 +109,7 @@ import pe_resources; print(pe_resources.PeFile(sys.argv[1]).version_info()[2]['F
 }
 
 check_linux() { # ZIP PLATFORM
-    local zip=$1 platform=$2 machine binutils="" host version soname
+    local zip=$1 platform=$2 machine binutils="" host version soname newest search_path
     unpack "$zip" "$platform" Vantafile.fmx fmhost/fmhost fmhost/libFMWrapper.so
     if [ "$platform" = linux-arm64 ]; then
         machine=aarch64 binutils=aarch64-linux-gnu-
@@ -124,6 +124,14 @@ check_linux() { # ZIP PLATFORM
     python3 "$root/scripts/release/elf_plugin_check.py" --machine "$machine" --soname "$version" \
         --readelf "${binutils}readelf" --objdump "${binutils}objdump" "$unpacked/Vantafile.fmx" ||
         fail "$platform: the plug-in's binary check"
+    # The host is for the same servers: no newer glibc, and it looks for its library only
+    # beside itself.
+    newest=$("${binutils}objdump" -T "$unpacked/fmhost/fmhost" "$unpacked/fmhost/libFMWrapper.so" |
+        grep -oE 'GLIBC_[0-9.]+' | sed 's/GLIBC_//' | sort -uV | tail -n 1)
+    [ -n "$newest" ] && [ "$(printf '%s\n' "$newest" 2.35 | sort -V | tail -n 1)" = 2.35 ] ||
+        fail "$platform: fmhost needs GLIBC_$newest, newer than 2.35"
+    search_path=$(readelf -d -W "$unpacked/fmhost/fmhost" | sed -n 's/.*(R.*PATH).*\[\(.*\)\]/\1/p')
+    [ "$search_path" = '$ORIGIN' ] || fail "$platform: fmhost's run-path is '$search_path', not \$ORIGIN"
     soname=$(readelf -d -W "$unpacked/Vantafile.fmx" | sed -n 's/.*(SONAME).*\[\(.*\)\]/\1/p')
     [ "$version" = "$soname" ] && echo "version: package $version = soname $soname" ||
         fail "$platform: the package says $version, the soname $soname"

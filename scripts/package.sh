@@ -96,8 +96,9 @@ package_linux() { # PLATFORM
     if [ "$platform" = linux-arm64 ]; then
         options=(-DCMAKE_TOOLCHAIN_FILE="$root/cmake/aarch64-linux-gnu.cmake")
     fi
+    # The install run-path ($ORIGIN for fmhost) from the start: no build folder goes in the zip.
     cmake -S "$root" -B "$tree" -DCMAKE_BUILD_TYPE=Release -DVF_SANITIZE=OFF -DVF_LINUX_PLUGIN=ON \
-          "${options[@]}" "${launcher[@]}" >/dev/null
+          -DCMAKE_BUILD_WITH_INSTALL_RPATH=ON "${options[@]}" "${launcher[@]}" >/dev/null
     cmake --build "$tree" -j"$(nproc)" --target Vantafile fmhost FMWrapper
     bin="$tree/bin"
 
