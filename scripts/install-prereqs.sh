@@ -25,7 +25,7 @@ packages=(
     # arm64 Linux: the cross compiler, qemu for its tests, and the arm64 libraries it links
     # (multiarch packages; zlib and libdeflate go into the plug-in from their static archives).
     g++-aarch64-linux-gnu binutils-aarch64-linux-gnu qemu-user
-    libc6-dev:arm64 zlib1g-dev:arm64 libdeflate-dev:arm64
+    libc6-dev:arm64 libstdc++6:arm64 zlib1g-dev:arm64 libdeflate-dev:arm64
 )
 
 # The arm64 packages come from this machine's own sources once dpkg takes the architecture.
