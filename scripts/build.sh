@@ -4,6 +4,8 @@
 # build/linux. --linux builds only those: build/linux/bin/fmhost and libFMWrapper.so (Release, no
 # sanitizers), which ./fmhost --linux runs, and the plug-in's release form
 # build/linux/bin/Vantafile.fmx (the C++ runtime inside), then runs its ELF and load checks.
+# --arm64 alone builds the arm64 Linux tree instead (build/linux-arm64, Release, cross-compiled
+# with Debian's aarch64 GCC; its tests run under qemu, see scripts/qemu-arm64.sh).
 set -euo pipefail
 root=$(cd "$(dirname "$0")/.." && pwd)
 build="${VF_BUILD_DIR:-$root/build}"
@@ -22,6 +24,14 @@ linux_release() {
 
 if [ "${1:-}" = "--linux" ]; then
     linux_release
+    exit 0
+fi
+
+if [ "${1:-}" = "--arm64" ]; then
+    cmake -S "$root" -B "$build/linux-arm64" -DCMAKE_BUILD_TYPE=Release -DVF_SANITIZE=OFF \
+          -DCMAKE_TOOLCHAIN_FILE="$root/cmake/aarch64-linux-gnu.cmake" \
+          --no-warn-unused-cli "${launcher[@]}" >/dev/null
+    cmake --build "$build/linux-arm64" -j"$jobs"
     exit 0
 fi
 

@@ -22,7 +22,17 @@ packages=(
     python3 time
     # The release checks: Authenticode signing with a throwaway certificate, the HTML reference.
     osslsigncode openssl cmark-gfm
+    # arm64 Linux: the cross compiler, qemu for its tests, and the arm64 libraries it links
+    # (multiarch packages; zlib and libdeflate go into the plug-in from their static archives).
+    g++-aarch64-linux-gnu binutils-aarch64-linux-gnu qemu-user
+    libc6-dev:arm64 libstdc++6:arm64 zlib1g-dev:arm64 libdeflate-dev:arm64
 )
+
+# The arm64 packages come from this machine's own sources once dpkg takes the architecture.
+if ! dpkg --print-foreign-architectures | grep -qx arm64; then
+    dpkg --add-architecture arm64
+    apt-get -o DPkg::Lock::Timeout=900 update -qq
+fi
 
 missing=()
 for p in "${packages[@]}"; do

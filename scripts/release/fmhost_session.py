@@ -9,13 +9,18 @@ def windows_path(path):
     return "Z:" + os.path.abspath(path).replace("/", "\\")
 
 
+def host_path(path, plugin):
+    """A Windows plug-in (.fmx64) runs in fmhost.exe under Wine; a Linux one (.fmx) takes plain paths."""
+    return windows_path(path) if plugin.endswith(".fmx64") else os.path.abspath(path)
+
+
 def evaluate(host_command, plugin, calculations, database=None, cwd=None, timeout=120):
     """host_command: the argv that starts fmhost.exe (e.g. [wine-run.sh, fmhost.exe])."""
     # The host may run in another folder: paths of the command itself are made absolute.
     argv = [os.path.abspath(a) if os.path.exists(a) else a for a in host_command]
-    argv += ["--plugin", windows_path(plugin), "--echo"]
+    argv += ["--plugin", host_path(plugin, plugin), "--echo"]
     if database:
-        argv += ["--file", windows_path(database)]
+        argv += ["--file", host_path(database, plugin)]
     for calc in calculations:
         argv += ["-e", calc]
     run = subprocess.run(argv, cwd=cwd, stdout=subprocess.PIPE, stderr=subprocess.PIPE,

@@ -1,9 +1,9 @@
 #!/usr/bin/env bash
 # Fills the package's LICENSES folder: our licence and the licence of every library built into
 # the plug-in, copied from the Debian packages the build used (their copyright files).
-#   licenses.sh ROOT OUT
+#   licenses.sh ROOT OUT [win64|linux-x86_64|linux-arm64]
 set -euo pipefail
-root=$1 out=$2
+root=$1 out=$2 platform=${3:-win64}
 docs=/usr/share/doc
 mkdir -p "$out"
 copy() { # SOURCE NAME
@@ -11,11 +11,23 @@ copy() { # SOURCE NAME
     cp "$1" "$out/$2"
 }
 copy "$root/scripts/release/Vantafile-LICENSE.txt" Vantafile.txt
-copy "$docs/libz-mingw-w64-dev/copyright" zlib.txt
-copy "$docs/gcc-mingw-w64-base/copyright" gcc-runtime-libstdc++-libgcc.txt
+# Each platform's runtime and zlib come from the toolchain packages that build it.
+case "$platform" in
+win64)
+    zlib="$docs/libz-mingw-w64-dev/copyright" gcc="$docs/gcc-mingw-w64-base/copyright" ;;
+linux-x86_64)
+    zlib="$docs/zlib1g-dev/copyright" gcc="$docs/gcc-12-base/copyright" ;;
+linux-arm64)
+    zlib="$docs/zlib1g-dev/copyright" gcc="$docs/gcc-12-aarch64-linux-gnu-base/copyright" ;;
+*)
+    echo "licenses.sh: unknown platform $platform" >&2
+    exit 2 ;;
+esac
+copy "$zlib" zlib.txt
+copy "$gcc" gcc-runtime-libstdc++-libgcc.txt
 copy /usr/share/common-licenses/GPL-3 GPL-3.txt
-copy "$docs/mingw-w64-common/copyright" mingw-w64-runtime-winpthreads.txt
-# libdeflate's licence comes with the source package the build compiles (fetch-libdeflate.sh).
+# libdeflate's licence comes with the source package the Windows build compiles
+# (fetch-libdeflate.sh); the Linux builds link Debian's static build of the same release.
 copy "$root/.cache/libdeflate/source/COPYING" libdeflate.txt
 
 entries=(
@@ -25,13 +37,20 @@ entries=(
     "                                    with the GCC Runtime Library Exception (in the file),"
     "                                    which lets them be linked into a program of any licence"
     "GPL-3.txt                           the GPL version 3 that file refers to"
-    "mingw-w64-runtime-winpthreads.txt   the MinGW-w64 C runtime start-up code and winpthreads,"
-    "                                    linked in"
-    "libdeflate.txt                      libdeflate, linked into the plug-in for whole-entry"
-    "                                    deflate, inflate and CRC-32"
 )
+line_end=$'\r'
+if [ "$platform" = win64 ]; then
+    copy "$docs/mingw-w64-common/copyright" mingw-w64-runtime-winpthreads.txt
+    entries+=("mingw-w64-runtime-winpthreads.txt   the MinGW-w64 C runtime start-up code and winpthreads,"
+              "                                    linked in")
+else
+    # glibc is the system's own, loaded from the server machine, never shipped.
+    line_end=""
+fi
+entries+=("libdeflate.txt                      libdeflate, linked into the plug-in for whole-entry"
+          "                                    deflate, inflate and CRC-32")
 {
     echo "Licences of Quorvel Vantafile and of the libraries built into it"
     echo
     printf '%s\n' "${entries[@]}"
-} | sed 's/$/\r/' >"$out/README.txt"
+} | sed "s/\$/$line_end/" >"$out/README.txt"

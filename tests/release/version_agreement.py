@@ -1,7 +1,8 @@
 #!/usr/bin/env python3
 """The version is written once, in VERSION; everything that shows it must show that.
-Checks the built DLL's resources (VERSIONINFO and string table), VFile_Version in the emulated
-host, the package's name, the function reference's title and the release notes.
+Checks the built DLL's resources (VERSIONINFO and string table) or the Linux plug-in's soname
+(what the server shows), VFile_Version in the emulated host, the packages' names, the function
+reference's title and the release notes.
 Usage: version_agreement.py ROOT PLUGIN HOST_COMMAND..."""
 import os
 import re
@@ -27,17 +28,33 @@ numbers = version.numbers + (version.build,)
 short = version.short
 name = "Quorvel Vantafile Plug-In"
 
-pe = pe_resources.PeFile(plugin)
-file_version, product_version, strings = pe.version_info()
-expect("VERSIONINFO FILEVERSION", file_version, numbers)
-expect("VERSIONINFO PRODUCTVERSION", product_version, numbers)
-expect("VERSIONINFO FileVersion", strings.get("FileVersion"), version.text)
-expect("VERSIONINFO ProductVersion", strings.get("ProductVersion"), version.text)
-expect("string 1 (name)", pe.string(1), name)
-expect("string 3 (version)", pe.string(3), short)
-description = pe.string(2) or ""
-expect("string 2 (description) ends with", description[-len("Version " + short) - 1:],
-       "\nVersion " + short)
+
+def check_windows_resources():
+    pe = pe_resources.PeFile(plugin)
+    file_version, product_version, strings = pe.version_info()
+    expect("VERSIONINFO FILEVERSION", file_version, numbers)
+    expect("VERSIONINFO PRODUCTVERSION", product_version, numbers)
+    expect("VERSIONINFO FileVersion", strings.get("FileVersion"), version.text)
+    expect("VERSIONINFO ProductVersion", strings.get("ProductVersion"), version.text)
+    expect("string 1 (name)", pe.string(1), name)
+    expect("string 3 (version)", pe.string(3), short)
+    description = pe.string(2) or ""
+    expect("string 2 (description) ends with", description[-len("Version " + short) - 1:],
+           "\nVersion " + short)
+
+
+def check_linux_soname():
+    dynamic = subprocess.run(["readelf", "-d", "-W", plugin], stdout=subprocess.PIPE, check=True,
+                             text=True).stdout
+    expect("soname", re.findall(r"\(SONAME\).*\[(.*)\]", dynamic), [version.text])
+
+
+with open(plugin, "rb") as f:
+    magic = f.read(4)
+if magic == b"\x7fELF":
+    check_linux_soname()
+else:
+    check_windows_resources()
 
 answers = fmhost_session.evaluate(
     host_command, plugin,
@@ -46,9 +63,10 @@ expect("VFile_Version", answers[0], short)
 expect('VFile_Version( "long" )', answers[1], f"{name} {short}")
 expect('VFile_Version( "autoupdate" )', answers[2], "".join(f"{n:02d}" for n in numbers))
 
-package_name = subprocess.run([os.path.join(root, "scripts", "package.sh"), "--name"],
-                              stdout=subprocess.PIPE, check=True, text=True).stdout.strip()
-expect("package name", package_name, f"Vantafile-{version.text}-win64.zip")
+for platform in ("win64", "linux-x86_64", "linux-arm64"):
+    package_name = subprocess.run([os.path.join(root, "scripts", "package.sh"), "--name", platform],
+                                  stdout=subprocess.PIPE, check=True, text=True).stdout.strip()
+    expect(f"{platform} package name", package_name, f"Vantafile-{version.text}-{platform}.zip")
 
 with open(os.path.join(root, "docs", "functions.md"), encoding="utf-8") as f:
     title = f.readline().strip()
