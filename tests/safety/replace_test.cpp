@@ -9,8 +9,8 @@
 #include <thread>
 
 #include "foundation/exception.h"
-#include "foundation/windows/replacement_file.h"
 #include "foundation/temporary_names.h"
+#include "foundation/windows/replacement_file.h"
 #include "pictures/test_pictures.h"
 #include "safety_fixture.h"
 

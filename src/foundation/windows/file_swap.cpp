@@ -2,9 +2,9 @@
 
 #include <optional>
 
+#include "foundation/temporary_names.h"
 #include "foundation/windows/file_sharing.h"
 #include "foundation/windows/item_identity.h"
-#include "foundation/temporary_names.h"
 #include "foundation/windows/wide_text.h"
 
 namespace slib {
