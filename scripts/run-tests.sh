@@ -29,7 +29,7 @@ echo "== Linux host, release build"
 # program-start tests: qemu reports a child's failed exec as a started program.)
 arm64_tests='^(archive_tests|foundation_tests|foundation_posix_tests|posix_files_tests'
 arm64_tests+='|contents_codecs_tests|host_core_calc_test|shell_portable_tests|linux_runtime_tests'
-arm64_tests+='|elf_plugin_check_cases|elf_plugin_binary|release_version_agreement)$'
+arm64_tests+='|elf_plugin_check_cases|linux_plugin_elf|release_version_agreement)$'
 echo "== arm64 tests (qemu)"
 if "$root/scripts/build.sh" --arm64; then
     ctest --test-dir "$build/linux-arm64" --output-on-failure -j"$(nproc)" -R "$arm64_tests" ||

@@ -10,6 +10,7 @@
 #include "shell/keyword_lookup.h"
 #include "shell/resource_text.h"
 #include "shell/result.h"
+#include "shell/system_name.h"
 
 namespace {
 
@@ -31,7 +32,7 @@ std::u16string VersionText(int32_t format) {
         case kLong:
             return fmlib::LoadResourceString(VF_STR_PLUGIN_NAME, kNameCapacity) + u" " + kVersion;
         case kPlatform:
-            return u"Windows";
+            return fmlib::SystemName();
         case kAutoUpdate:
             return AutoUpdateVersion();
         default:  // "short", no argument, and any unknown keyword
