@@ -33,7 +33,4 @@ target_link_options(Vantafile PRIVATE
     -Wl,-soname,${VF_VERSION}
     -Wl,--version-script=${VF_PLUGIN_EXPORTS}
     -Wl,-z,defs
-    -static-libstdc++ -static-libgcc
-    # Debian 12's static libstdc++ reaches arc4random (GLIBC_2.36) from std::random_device, which
-    # the plug-in never uses: dropping unused sections drops that need too.
-    -Wl,--gc-sections)
+    -static-libstdc++ -static-libgcc)
