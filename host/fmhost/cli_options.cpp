@@ -158,7 +158,7 @@ Plug-ins and the database:
   --application-kind N      the application kind sent at init (default 1, desktop; on Linux
                             7, server-side scripting: 4 web publishing, 9 Data API)
   --application-version V   Get(ApplicationVersion) and the version sent at init
-                            (default "Pro 22.0v1")
+                            (default "Pro 22.0v1"; on Linux "Server 22.0v1")
   --preferences             send the preferences message after loading (if asked for)
 
 Calculations:

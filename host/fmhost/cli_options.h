@@ -34,7 +34,7 @@ struct Options {
     std::wstring fileLocation;
     int16_t extensionVersion = 77;
     uint8_t applicationKind = DefaultApplicationKind();
-    std::u16string applicationVersion = u"Pro 22.0v1";
+    std::u16string applicationVersion = DefaultApplicationVersion();
     std::vector<Input> inputs;
     bool prompt = false;
     int threads = 1;

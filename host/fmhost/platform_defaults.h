@@ -8,5 +8,8 @@
 namespace fmhost::cli {
 
 uint8_t DefaultApplicationKind();
+// The version text sent at init and given by Get(ApplicationVersion): FileMaker Pro's on Windows,
+// FileMaker Server's on Linux, whichever of the server's engines the application kind names.
+const char16_t* DefaultApplicationVersion();
 
 }  // namespace fmhost::cli

@@ -29,11 +29,11 @@ run_status() {  # EXPECTED_TEXT ARGS...
 }
 check "no Vantafile.fmx built" "2 named" "$(run_status 'Vantafile.fmx is not built' --linux -e 1)"
 check "--no-plugin" "2" "$("$root/fmhost" --linux --no-plugin -e '1 + 1')"
-check "options keep their meaning" "77 9 Pro 22.0v1 instance-ok" \
+check "options keep their meaning" "77 9 Server 22.0v1 instance-ok" \
     "$("$root/fmhost" --linux --plugin "$bin/HostFixture.fmx" --application-kind 9 \
        -e 'Fx_HostInfo')"
 ln -s "$bin/HostFixture.fmx" "$work/build/linux/bin/Vantafile.fmx"
-check "the built plug-in by default" "77 7 Pro 22.0v1 instance-ok" \
+check "the built plug-in by default" "77 7 Server 22.0v1 instance-ok" \
     "$("$root/fmhost" --linux -e 'Fx_HostInfo')"
 check "Linux paths as given" "filelinux:/srv/a b.fmp12" \
     "$("$root/fmhost" --linux --no-plugin --file '/srv/a b.fmp12' -e 'Get ( FilePath )')"

@@ -45,12 +45,15 @@ expect "network file" 0 "fmnet:/host/Solution.fmp12" "^$" -- \
 expect "no file" 1 "" "error 100" -- --no-file -e 'Get ( FilePath )'
 expect "platform" 0 "8" "^$" -- -e 'Get ( SystemPlatform )'
 expect "folders in host syntax" 0 "/tmp/" "^$" -- -e 'Get ( TemporaryPath )'
-expect "script engine by default" 0 "77 7 Pro 22.0v1 instance-ok" "^$" -- \
+expect "script engine by default" 0 "77 7 Server 22.0v1 instance-ok" "^$" -- \
     "${P[@]}" -e 'Fx_HostInfo'
-expect "web publishing" 0 "77 4 Pro 22.0v1 instance-ok" "^$" -- \
+expect "web publishing" 0 "77 4 Server 22.0v1 instance-ok" "^$" -- \
     "${P[@]}" --application-kind 4 -e 'Fx_HostInfo'
-expect "Data API" 0 "76 9 Pro 22.0v1 instance-ok" "^$" -- \
+expect "Data API" 0 "76 9 Server 22.0v1 instance-ok" "^$" -- \
     "${P[@]}" --application-kind 9 --extension-version 76 -e 'Fx_HostInfo'
+expect "the server's version text" 0 "Server 22.0v1" "^$" -- -e 'Get ( ApplicationVersion )'
+expect "a version text given" 0 $'Server 21.1v3\n77 7 Server 21.1v3 instance-ok' "^$" -- \
+    "${P[@]}" --application-version "Server 21.1v3" -e 'Get ( ApplicationVersion )' -e 'Fx_HostInfo'
 expect "plug-in functions" 1 $'42\n' "error 1552" -- \
     "${P[@]}" -e 'Fx_Add ( 2 ; 40 )' -e 'Fx_Fail ( 1552 )' -e 'Fx_Evaluate ( "$$x" )'
 expect "threads" 0 $'6\n6\n6' "^$" -- "${P[@]}" --threads 3 -e 'Fx_Add ( 2 ; 4 )'
