@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
 # The main job: build the plug-in and the emulated host, then run a short session in which the
-# host loads Vantafile.fmx64 and evaluates calculations that call it.
+# host loads Vantafile.fmx64 and evaluates calculations that call it. --linux: the same session
+# with the Linux plug-in (build/linux/bin/Vantafile.fmx) in the native Linux host.
 set -euo pipefail
 root=$(cd "$(dirname "$0")/.." && pwd)
 build="${VF_BUILD_DIR:-$root/build}"
@@ -8,13 +9,19 @@ export VF_BUILD_DIR="$build"
 
 "$root/scripts/install-prereqs.sh"
 echo "== Building (first run: a few minutes)"
-"$root/scripts/build.sh"
-
-plugin="$build/windows/bin/Vantafile.fmx64"
+host=("$root/fmhost")
+if [ "${1:-}" = "--linux" ]; then
+    "$root/scripts/build.sh" --linux
+    plugin="$build/linux/bin/Vantafile.fmx"
+    host+=(--linux)
+else
+    "$root/scripts/build.sh"
+    plugin="$build/windows/bin/Vantafile.fmx64"
+fi
 echo
 echo "== Plug-in: $plugin"
 echo "== Loading it in the emulated host (verbose: what FileMaker would see)"
-"$root/fmhost" --plugin "$plugin" --verbose -e 'VFile_Version( "long" )'
+"${host[@]}" --plugin "$plugin" --verbose -e 'VFile_Version( "long" )'
 
 # The demo: each calculation of docs/examples/demo.fmcalc evaluated by the host as FileMaker
 # would, for a database in a fresh temporary folder, so relative paths land there. After each one
@@ -41,7 +48,7 @@ run_block() {
     if [ ${#comments[@]} -gt 0 ]; then printf '%s\n' "${comments[@]}"; fi
     printf '   %s\n' "${calculation[@]}"
     local result status=0
-    result=$("$root/fmhost" --plugin "$plugin" --file "$demo_dir/Demo.fmp12" -e "$1" \
+    result=$("${host[@]}" --plugin "$plugin" --file "$demo_dir/Demo.fmp12" -e "$1" \
              2>"$demo_errors") || status=$?
     echo "   = $result"
     if [ $status != 0 ]; then sed 's/^/   /' "$demo_errors"; fi
