@@ -33,7 +33,11 @@ target_link_options(Vantafile PRIVATE
     -Wl,-soname,${VF_VERSION}
     -Wl,--version-script=${VF_PLUGIN_EXPORTS}
     -Wl,-z,defs
-    -static-libstdc++ -static-libgcc
     # Debian 12's static libstdc++ reaches arc4random (GLIBC_2.36) from std::random_device, which
     # the plug-in never uses: dropping unused sections drops that need too.
     -Wl,--gc-sections)
+# The release form carries the C++ runtime. The sanitizer form shares the test process's: a copy
+# inside leaks its exception pool at every unload, and the end-to-end suites load it per test.
+if(NOT VF_SANITIZE)
+    target_link_options(Vantafile PRIVATE -static-libstdc++ -static-libgcc)
+endif()
