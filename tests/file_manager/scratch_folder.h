@@ -28,8 +28,10 @@ void CollectTree(const std::u16string& folder, std::map<std::u16string, std::str
 // Windows bodies only.
 std::u16string FromWide(const wchar_t* text);
 const wchar_t* Wide(const std::u16string& text);
-// The Windows path of a file built beside the running test program.
+// The path of a file built beside the running test program.
 std::u16string BesideProgram(const std::u16string& name);
+// A second name `link` for the existing file `existing`; false where the file system has none.
+bool MakeHardLink(const std::u16string& existing, const std::u16string& link);
 
 std::string Narrow(const std::u16string& text);
 std::u16string Quote(const std::u16string& text);  // in double quotes, nothing escaped

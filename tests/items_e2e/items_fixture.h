@@ -16,6 +16,13 @@ using slib::test::Quote;
 using slib::test::Wide;
 using Tree = std::map<std::u16string, std::string>;
 
+// The host's interface takes wide text: UTF-16 on Windows, UTF-32 on Linux.
+std::wstring HostText(const std::u16string& text);
+// The plug-in this build made, beside the test program (its name comes from the build).
+std::u16string BuiltPlugin();
+// `path` as a "file:" path: "file:/C:/dir/x" for a drive path, "file:/dir/x" for a POSIX one.
+std::u16string FileForm(const std::u16string& path);
+
 // A text constant of the calculation language holding `text` exactly.
 std::u16string Quoted(const std::u16string& text);
 

@@ -80,6 +80,17 @@ void RemoveBytes(const std::string& path) {
 
 }  // namespace
 
+std::u16string BesideProgram(const std::u16string& name) {
+    std::string self(4096, '\0');
+    const ssize_t length = ::readlink("/proc/self/exe", &self[0], self.size());
+    self.resize(length > 0 ? static_cast<size_t>(length) : 0);
+    return FileNameBytesToText(self.substr(0, self.rfind('/') + 1)) + name;
+}
+
+bool MakeHardLink(const std::u16string& existing, const std::u16string& link) {
+    return ::link(Bytes(existing).c_str(), Bytes(link).c_str()) == 0;
+}
+
 void CollectTree(const std::u16string& folder, std::map<std::u16string, std::string>& out) {
     Collect(Bytes(folder), u"", out);
 }

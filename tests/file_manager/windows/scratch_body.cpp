@@ -28,6 +28,10 @@ std::u16string BesideProgram(const std::u16string& name) {
     return program.substr(0, program.rfind(u'\\') + 1) + name;
 }
 
+bool MakeHardLink(const std::u16string& existing, const std::u16string& link) {
+    return CreateHardLinkW(Wide(link), Wide(existing), nullptr) != FALSE;
+}
+
 namespace {
 
 std::u16string Long(const std::u16string& path) {
