@@ -7,7 +7,6 @@
 #include "archive/disk_files.h"
 #include "archive/memory_io.h"
 #include "archive/oem_names.h"
-#include "archive/windows/archive_files.h"
 #include "archive/zip_format.h"
 #include "archive/zip_reader.h"
 #include "archive_test_support.h"
