@@ -1,13 +1,8 @@
 // slib::FileManager's contents members on Linux, on real files: positions, whole-or-absent new
 // files, replaces that keep the original on every failure and its mode and owner on success,
 // and no write through a symbolic link.
-#include <signal.h>
 #include <sys/stat.h>
-#include <sys/wait.h>
 #include <unistd.h>
-
-#include <chrono>
-#include <thread>
 
 #include "foundation/temporary_names.h"
 #include "posix_scratch.h"
@@ -228,25 +223,11 @@ TEST_F(ContentsTest, AKilledWriterLeavesTheFileWholeOrAbsent) {
     writeFile("replaced", "the original");
     const Data data = DataOf(contents);
     for (const int delayMs : {0, 2, 10, 40, 150}) {
-        int ready[2];
-        ASSERT_EQ(pipe(ready), 0);
-        const pid_t child = fork();
-        ASSERT_GE(child, 0);
-        if (child == 0) {
+        KillPartWay(delayMs, [&] {
             slib::FileManager manager;
-            (void)!write(ready[1], "!", 1);
             manager.writeFile(at("new-" + std::to_string(delayMs)), data, {0, 0});
             manager.replaceFile(at("replaced"), data);
-            _exit(0);
-        }
-        char go = 0;
-        ASSERT_EQ(read(ready[0], &go, 1), 1);
-        close(ready[0]);
-        close(ready[1]);
-        std::this_thread::sleep_for(std::chrono::milliseconds(delayMs));
-        kill(child, SIGKILL);
-        int status = 0;
-        waitpid(child, &status, 0);
+        });
         for (const auto& [name, content] : snapshot()) {
             // Only a replace killed between naming its whole file and the rename leaves a name.
             if (slib::IsTemporaryName(Text(name))) {

@@ -5,13 +5,17 @@
 #include <ftw.h>
 #include <sys/mount.h>
 #include <sys/stat.h>
+#include <sys/wait.h>
 #include <unistd.h>
 
 #include <cerrno>
+#include <chrono>
+#include <csignal>
 #include <cstdlib>
 #include <cstring>
 #include <fstream>
 #include <sstream>
+#include <thread>
 
 #include "foundation/file_name_bytes.h"
 
@@ -19,6 +23,30 @@ namespace posix_test {
 
 std::u16string Text(const std::string& utf8) {
     return slib::FileNameBytesToText(utf8);
+}
+
+void KillPartWay(int delayMs, const std::function<void()>& work) {
+    int ready[2];
+    ASSERT_EQ(pipe(ready), 0);
+    const pid_t child = fork();
+    ASSERT_GE(child, 0);
+    if (child == 0) {
+        (void)!write(ready[1], "!", 1);
+        try {
+            work();
+        } catch (...) {
+            _exit(1);
+        }
+        _exit(0);
+    }
+    char go = 0;
+    ASSERT_EQ(read(ready[0], &go, 1), 1);
+    close(ready[0]);
+    close(ready[1]);
+    std::this_thread::sleep_for(std::chrono::milliseconds(delayMs));
+    kill(child, SIGKILL);
+    int status = 0;
+    waitpid(child, &status, 0);
 }
 
 std::string FailureOf(const std::function<void()>& action) {

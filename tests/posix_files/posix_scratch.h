@@ -23,6 +23,10 @@ std::u16string Text(const std::string& utf8);
 // "" when `action` returns normally, else "<code> <message>" of the slib::Exception it threw.
 std::string FailureOf(const std::function<void()>& action);
 
+// Runs `work` in a child process and kills it (SIGKILL) `delayMs` after it began, as a crash or
+// an administrator's kill ends the server; returns once the child is gone.
+void KillPartWay(int delayMs, const std::function<void()>& work);
+
 class PosixScratchTest : public ::testing::Test {
   protected:
     void SetUp() override;

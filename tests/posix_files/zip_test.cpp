@@ -1,13 +1,8 @@
 // VFile_Compress and VFile_DeCompress on Linux, on real trees: modes and times that round-trip,
 // links never followed nor created, nothing written through a link below the target, and
 // archives that Info-ZIP reads as we do, both ways.
-#include <signal.h>
 #include <sys/stat.h>
-#include <sys/wait.h>
 #include <unistd.h>
-
-#include <chrono>
-#include <thread>
 
 #include <cstdio>
 #include <fstream>
@@ -300,27 +295,7 @@ TEST_F(ZipTest, AKilledUnpackLeavesEachFileWholeOrAbsent) {
     compress("src", "big.zip");
     for (const int delayMs : {20, 80, 150, 250, 400}) {
         const std::string target = "out-" + std::to_string(delayMs);
-        int ready[2];
-        ASSERT_EQ(pipe(ready), 0);
-        const pid_t child = fork();
-        ASSERT_GE(child, 0);
-        if (child == 0) {
-            (void)!write(ready[1], "!", 1);
-            try {
-                decompress("big.zip", target);
-            } catch (...) {
-                _exit(1);
-            }
-            _exit(0);
-        }
-        char go = 0;
-        ASSERT_EQ(read(ready[0], &go, 1), 1);
-        close(ready[0]);
-        close(ready[1]);
-        std::this_thread::sleep_for(std::chrono::milliseconds(delayMs));
-        kill(child, SIGKILL);
-        int status = 0;
-        waitpid(child, &status, 0);
+        KillPartWay(delayMs, [&] { decompress("big.zip", target); });
         for (const auto& [name, content] : tree(target)) {
             EXPECT_FALSE(slib::IsTemporaryName(Text(name))) << name;
             EXPECT_TRUE(content == contents + name) << target << "/" << name;
