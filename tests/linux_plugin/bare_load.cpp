@@ -52,5 +52,8 @@ int main(int argc, char** argv) {
     const std::string cut = AskString(entry, fmx::kStrName, 8);
     const std::string options = AskString(entry, fmx::kStrOptions, 256);
     std::printf("name=%s;cut=%s;options=%s\n", name.c_str(), cut.c_str(), options.c_str());
+    // Out before exit: the leak check that runs then in a sanitizer build can itself crash (its
+    // tracer, seen once), and what it ends takes unflushed output with it.
+    std::fflush(stdout);
     return name.empty() || cut.empty() || options.empty() ? 1 : 0;
 }
