@@ -45,6 +45,11 @@ void RemoveTree(const std::u16string& path);
 // both untouched.
 bool ShellMergesMovedFolders(const std::u16string& probe);
 
+// "" where starting a program that cannot run fails the call that starts it, else what shows it
+// does not: under qemu's user mode, posix_spawn's vfork runs as a fork and the failed exec stays
+// in the child, so the start looks made.
+std::string WhyFailedStartsLookMade();
+
 // The exception `action` throws, or none when it returns normally.
 std::optional<Exception> Caught(const std::function<void()>& action);
 // "" when `action` returns normally, else Failure() of the slib::Exception it threw.

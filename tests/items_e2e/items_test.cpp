@@ -97,7 +97,6 @@ TEST_F(Items, RefusalsReportCodeAndMessageAndChangeNothing) {
     const char* noSource = "Source item does not exist";
     const char* notText = "Path parameter must be text";
     const char* tooFew = "Not enough parameters";
-    const char* cannotRun = "Cannot run the application";
     const struct {
         const char16_t* calculation;
         int code;
@@ -122,7 +121,6 @@ TEST_F(Items, RefusalsReportCodeAndMessageAndChangeNothing) {
         {uR"(VFile_Move( "a.txt" ; "folder" ))", -48, exists},
         {uR"(VFile_Move( "missing" ; "elsewhere" ))", -43, noSource},
         {uR"(VFile_Move( 1 ; "b" ))", -50, notText},
-        {uR"(VFile_Run( "missing.exe" ; "a" ))", 2400, cannotRun},
         {uR"(VFile_Run( 7 ))", -50, notText},
         // Open checks its arguments before starting anything.
         {uR"(VFile_Open( "a.txt" ; "app dir/rec order.exe" ; "c" ))", -50, "Too many parameters"},
@@ -141,6 +139,17 @@ TEST_F(Items, RefusalsReportCodeAndMessageAndChangeNothing) {
         EXPECT_EQ(call(c.calculation), Failed(c.code, c.message)) << Narrow(c.calculation);
         EXPECT_EQ(snapshot(), before);
     }
+}
+
+TEST_F(Items, RunRefusesAProgramThatCannotStartAndChangesNothing) {
+    const std::string unseen = slib::test::WhyFailedStartsLookMade();
+    if (!unseen.empty()) {
+        GTEST_SKIP() << unseen;
+    }
+    const Tree before = snapshot();
+    EXPECT_EQ(call(uR"(VFile_Run( "missing.exe" ; "a" ))"),
+              Failed(2400, "Cannot run the application"));
+    EXPECT_EQ(snapshot(), before);
 }
 
 // Where relative paths land when the host has a database or none, or one on a network host, the

@@ -2,7 +2,9 @@
 
 #include <dirent.h>
 #include <fcntl.h>
+#include <spawn.h>
 #include <sys/stat.h>
+#include <sys/wait.h>
 #include <unistd.h>
 
 #include <cstdlib>
@@ -12,6 +14,8 @@
 
 #include "file_manager/scratch_folder.h"
 #include "foundation/file_name_bytes.h"
+
+extern char** environ;
 
 namespace slib {
 namespace test {
@@ -85,6 +89,22 @@ std::u16string BesideProgram(const std::u16string& name) {
     const ssize_t length = ::readlink("/proc/self/exe", &self[0], self.size());
     self.resize(length > 0 ? static_cast<size_t>(length) : 0);
     return FileNameBytesToText(self.substr(0, self.rfind('/') + 1)) + name;
+}
+
+std::string WhyFailedStartsLookMade() {
+    // Below a file: nothing there can exist, on any machine.
+    char program[] = "/dev/null/vf-no-program";
+    char* const argv[] = {program, nullptr};
+    pid_t child = 0;
+    if (::posix_spawn(&child, program, nullptr, nullptr, argv, environ) != 0) {
+        return "";
+    }
+    int status = 0;
+    ::waitpid(child, &status, 0);
+    return std::string("posix_spawn answered a start of ") + program +
+           ", which cannot run, as made (its child then exited with status " +
+           std::to_string(WIFEXITED(status) ? WEXITSTATUS(status) : -1) +
+           "): this process cannot see a failed start, as under qemu's user mode";
 }
 
 bool MakeHardLink(const std::u16string& existing, const std::u16string& link) {

@@ -28,6 +28,11 @@ std::u16string BesideProgram(const std::u16string& name) {
     return program.substr(0, program.rfind(u'\\') + 1) + name;
 }
 
+// CreateProcessW and ShellExecuteExW look the program up before they answer, Wine's included.
+std::string WhyFailedStartsLookMade() {
+    return "";
+}
+
 bool MakeHardLink(const std::u16string& existing, const std::u16string& link) {
     return CreateHardLinkW(Wide(link), Wide(existing), nullptr) != FALSE;
 }
