@@ -20,6 +20,25 @@ foreach(t gtest gtest_main gmock gmock_main)
     endif()
 endforeach()
 
+# vf_pass_test_emulator(test...): a test that starts a program this build made (fmhost, a loader)
+# puts VF_TEST_EMULATOR before it: the cross build's emulator (scripts/qemu-arm64.sh for arm64),
+# empty natively, so a value in the caller's environment cannot leak in. Wine starts a Windows
+# test's Windows children itself: the Windows tree passes none. A test's own variables go in with
+# set_property(TEST ... APPEND PROPERTY ENVIRONMENT ...): set_tests_properties would drop this one.
+if(NOT VF_WINDOWS)
+    list(LENGTH CMAKE_CROSSCOMPILING_EMULATOR _vf_emulator_words)
+    if(_vf_emulator_words GREATER 1)
+        message(FATAL_ERROR "VF_TEST_EMULATOR is one program: put the emulator's options in a "
+                            "script, as scripts/qemu-arm64.sh does")
+    endif()
+endif()
+function(vf_pass_test_emulator)
+    if(NOT VF_WINDOWS)
+        set_property(TEST ${ARGN} APPEND
+                     PROPERTY ENVIRONMENT "VF_TEST_EMULATOR=${CMAKE_CROSSCOMPILING_EMULATOR}")
+    endif()
+endfunction()
+
 # vf_add_test(name SOURCES a.cpp b.cpp LIBS lib1 lib2 [LABELS l]): one executable, one CTest entry.
 function(vf_add_test name)
     cmake_parse_arguments(T "" "" "SOURCES;LIBS;LABELS" ${ARGN})
@@ -30,6 +49,7 @@ function(vf_add_test name)
     # A safety net, not a speed check: a Wine process that keeps the output pipe open must fail
     # the run rather than hold it until CI's own limit.
     set_tests_properties(${name} PROPERTIES TIMEOUT 600)
+    vf_pass_test_emulator(${name})
     if(T_LABELS)
         set_tests_properties(${name} PROPERTIES LABELS "${T_LABELS}")
     endif()

@@ -4,7 +4,8 @@
 # usage: native_cli_test.sh FMHOST FIXTURE_PLUGIN
 # shellcheck disable=SC2016 # the single-quoted texts are calculations, not shell
 set -uo pipefail
-fmhost=$(readlink -f "$1")
+# A cross build's host runs through its emulator (VF_TEST_EMULATOR, from CTest).
+fmhost=(${VF_TEST_EMULATOR:+"$VF_TEST_EMULATOR"} "$(readlink -f "$1")")
 fixture=$(readlink -f "$2")
 work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
@@ -15,7 +16,7 @@ expect() {
     local name="$1" status="$2" out="$3" err="$4"
     shift 5
     local got_out got_err got_status
-    got_out=$(cd "$work" && "$fmhost" "$@" 2>"$work/err"; echo "status $?")
+    got_out=$(cd "$work" && "${fmhost[@]}" "$@" 2>"$work/err"; echo "status $?")
     got_status=${got_out##*status }
     got_out=${got_out%status *}
     got_out=${got_out%$'\n'}

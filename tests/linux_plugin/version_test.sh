@@ -4,7 +4,9 @@
 # usage: version_test.sh FMHOST PLUGIN VERSION_SHORT_TEXT
 # shellcheck disable=SC2016 # the single-quoted texts are calculations, not shell
 set -uo pipefail
-fmhost=$1 plugin=$2 short=$3
+plugin=$2 short=$3
+# A cross build's host runs through its emulator (VF_TEST_EMULATOR, from CTest).
+fmhost=(${VF_TEST_EMULATOR:+"$VF_TEST_EMULATOR"} "$1")
 
 # calculation|expected result
 cases=(
@@ -20,7 +22,7 @@ for case in "${cases[@]}"; do
     args+=(-e "${case%%|*}")
     want+=("${case#*|}")
 done
-mapfile -t got < <("$fmhost" --plugin "$plugin" "${args[@]}" 2>&1)
+mapfile -t got < <("${fmhost[@]}" --plugin "$plugin" "${args[@]}" 2>&1)
 failures=0
 for i in "${!cases[@]}"; do
     if [ "${got[$i]-}" != "${want[$i]}" ]; then
