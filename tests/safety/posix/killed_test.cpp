@@ -6,12 +6,13 @@
 #include <set>
 
 #include "foundation/file_name_bytes.h"
+#include "foundation/posix/unique_fds.h"
 #include "safety/posix/safety_scratch.h"
 
 namespace safety_test {
 namespace {
 
-constexpr size_t kLarge = 48u << 20;
+constexpr size_t kLarge = 32u << 20;
 
 std::string LargeContent() {
     std::string content(kLarge, '\0');
@@ -26,17 +27,16 @@ class Killed : public SafetyTest {
     // The names directly in `relative` that are not ours (~vf-...).
     std::set<std::string> theirNames(const std::u16string& relative) const {
         std::set<std::string> names;
-        DIR* folder = ::opendir(bytes(relative).c_str());
-        if (folder == nullptr) {
+        const slib::UniqueDir folder(::opendir(bytes(relative).c_str()));
+        if (!folder.valid()) {
             return names;
         }
-        while (const dirent* entry = ::readdir(folder)) {
+        while (const dirent* entry = ::readdir(folder.get())) {
             const std::string name = entry->d_name;
             if (name != "." && name != ".." && name.rfind("~vf-", 0) != 0) {
                 names.insert(name);
             }
         }
-        ::closedir(folder);
         return names;
     }
 };
@@ -58,7 +58,7 @@ TEST_F(Killed, LeavesTheWholeItemOrNothingUnderItsName) {
          ""},
         {"unpack", uR"(VFile_DeCompress( "large.zip" ; "out" ))", u"out\\large.txt", large},
     };
-    for (const int delayMs : {0, 30, 150, 400}) {
+    for (const int delayMs : {0, 50, 300}) {
         for (const auto& c : cases) {
             SCOPED_TRACE(std::string(c.operation) + " killed after " + std::to_string(delayMs) +
                          " ms");
@@ -93,7 +93,7 @@ TEST_F(Killed, KeepsTheFileItReplacesWholeOrNew) {
         uR"(VFile_Copy( "large.txt" ; "dest" ))",
         uR"(VFile_Write( "dest/large.txt" ; VFile_Read( "large.txt" ; "utf-8" ) ))",
     };
-    for (const int delayMs : {0, 30, 150, 400}) {
+    for (const int delayMs : {0, 50, 300}) {
         for (const char16_t* calculation : replacing) {
             SCOPED_TRACE(Narrow(calculation) + " killed after " + std::to_string(delayMs) + " ms");
             writeFile(u"dest\\large.txt", "the original");

@@ -1,9 +1,12 @@
 // Every operation that replaces a file (a write, a copy into its folder, a zip, an unpack), failing
 // because the volume is full or the folder refuses writing: the original keeps its bytes and mode
 // and its folder holds nothing new.
+#include <fcntl.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
 #include "foundation/file_name_bytes.h"
+#include "foundation/posix/unique_fds.h"
 #include "safety/posix/safety_scratch.h"
 
 namespace safety_test {
@@ -57,17 +60,17 @@ class Replace : public SafetyTest {
         return {ReadWhole(file), info.st_mode};
     }
     static std::optional<std::string> ReadWhole(const std::u16string& file) {
-        FILE* stream = fopen(slib::TextToFileNameBytes(file).value().c_str(), "rb");
-        if (stream == nullptr) {
+        const slib::UniqueFd stream(
+            ::open(slib::TextToFileNameBytes(file).value().c_str(), O_RDONLY | O_CLOEXEC));
+        if (!stream.valid()) {
             return std::nullopt;
         }
         std::string content;
         char buffer[65536];
-        size_t got = 0;
-        while ((got = fread(buffer, 1, sizeof buffer, stream)) > 0) {
-            content.append(buffer, got);
+        ssize_t got = 0;
+        while ((got = ::read(stream.get(), buffer, sizeof buffer)) > 0) {
+            content.append(buffer, static_cast<size_t>(got));
         }
-        fclose(stream);
         return content;
     }
     static std::map<std::u16string, std::string> NamesIn(const std::u16string& folder) {
@@ -100,10 +103,13 @@ TEST_F(Replace, AFullVolumeKeepsTheOriginal) {
     }
     const std::u16string target = *small + u"/target.bin";
     const std::string original = Original();
-    FILE* stream = fopen(slib::TextToFileNameBytes(target).value().c_str(), "wb");
-    ASSERT_NE(stream, nullptr);
-    fwrite(original.data(), 1, original.size(), stream);
-    fclose(stream);
+    {
+        const slib::UniqueFd stream(::open(slib::TextToFileNameBytes(target).value().c_str(),
+                                           O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0644));
+        ASSERT_TRUE(stream.valid());
+        ASSERT_EQ(::write(stream.get(), original.data(), original.size()),
+                  static_cast<ssize_t>(original.size()));
+    }
     FillVolume(*small);
     expectEveryReplaceKeeps(*small, target);
     EXPECT_EQ(ReadWhole(target), original);
