@@ -20,7 +20,7 @@ std::string Bytes(const std::u16string& path) {
     return slib::TextToFileNameBytes(path).value_or("");
 }
 
-const char kZoneFolder[] = "/usr/share/zoneinfo/";
+const char kZoneFolder[] = "/usr/share/zoneinfo";
 
 }  // namespace
 
@@ -37,6 +37,7 @@ std::optional<std::string> MissingZone(const Zone& zone) {
            "): install the tzdata package";
 }
 
+// glibc reads the zone's file of the IANA database: its rule for a year is that history.
 std::string SystemUtc(const DateCase& c) {
     return c.zoneinfo;
 }
