@@ -6,27 +6,10 @@
 #include <algorithm>
 
 #include "attributes/date_answers.h"
+#include "attributes/windows/system_minute.h"
 #include "foundation/windows/unique_handles.h"
 
 namespace items_test {
-
-namespace {
-
-SYSTEMTIME ToSystemTime(const Minute& time) {
-    SYSTEMTIME system{};
-    system.wYear = static_cast<WORD>(time.year);
-    system.wMonth = static_cast<WORD>(time.month);
-    system.wDay = static_cast<WORD>(time.day);
-    system.wHour = static_cast<WORD>(time.hour);
-    system.wMinute = static_cast<WORD>(time.minute);
-    return system;
-}
-
-std::string Format(const SYSTEMTIME& time) {
-    return items_test::Format({time.wYear, time.wMonth, time.wDay, time.wHour, time.wMinute});
-}
-
-}  // namespace
 
 const bool kSystemKeepsZoneHistory = false;
 
@@ -55,7 +38,7 @@ std::string SystemUtc(const DateCase& c) {
         !TzSpecificLocalTimeToSystemTime(&zone, &time, &utc)) {
         return "none";
     }
-    return Format(utc);
+    return FormatSystemTime(utc);
 }
 
 std::string UtcModified(const std::u16string& path) {
@@ -67,7 +50,7 @@ std::string UtcModified(const std::u16string& path) {
         !FileTimeToSystemTime(&written, &utc)) {
         return "unreadable";
     }
-    return Format(utc);
+    return FormatSystemTime(utc);
 }
 
 // 1601-01-01 00:00 UTC is file time 0, which tells the system to leave the time alone. East of

@@ -5,23 +5,10 @@
 
 #include "archive/windows/entry_file_time.h"
 #include "attributes/date_answers.h"
+#include "attributes/windows/system_minute.h"
 
 namespace items_test {
 namespace {
-
-SYSTEMTIME ToSystemTime(const Minute& time) {
-    SYSTEMTIME system{};
-    system.wYear = static_cast<WORD>(time.year);
-    system.wMonth = static_cast<WORD>(time.month);
-    system.wDay = static_cast<WORD>(time.day);
-    system.wHour = static_cast<WORD>(time.hour);
-    system.wMinute = static_cast<WORD>(time.minute);
-    return system;
-}
-
-std::string Shown(const SYSTEMTIME& time) {
-    return Format({time.wYear, time.wMonth, time.wDay, time.wHour, time.wMinute});
-}
 
 TEST_F(ZoneDates, ZipEntryTimesTakeTheSameRule) {
     if (const std::optional<std::string> missing = MissingZone(*zone_)) {
@@ -40,13 +27,13 @@ TEST_F(ZoneDates, ZipEntryTimesTakeTheSameRule) {
         SYSTEMTIME shown{};
         ASSERT_TRUE(DosDateTimeToFileTime(entry.dosDate, entry.dosTime, &dosTime) &&
                     FileTimeToSystemTime(&dosTime, &shown));
-        EXPECT_EQ(Shown(shown), c.local);
+        EXPECT_EQ(FormatSystemTime(shown), c.local);
         entry.hasUnixTime = false;  // as written by tools that keep DOS times only
         const std::optional<FILETIME> restored = archive::FileTimeFromEntryTime(entry);
         ASSERT_TRUE(restored.has_value());
         SYSTEMTIME restoredUtc{};
         FileTimeToSystemTime(&*restored, &restoredUtc);
-        EXPECT_EQ(Shown(restoredUtc), Shown(utc));
+        EXPECT_EQ(FormatSystemTime(restoredUtc), FormatSystemTime(utc));
     }
 }
 
