@@ -39,6 +39,15 @@ function(vf_pass_test_emulator)
     endif()
 endfunction()
 
+# Natively, the end-to-end suites (those on the in-process host fixture or the soak) carry the
+# label native-e2e: scripts/native-e2e.sh runs them as an unprivileged user, where mode bits
+# refuse as they do on a server.
+function(vf_label_native_e2e name libs)
+    if(NOT VF_WINDOWS AND ("vf_items_fixture" IN_LIST libs OR "vf_soak" IN_LIST libs))
+        set_property(TEST ${name} APPEND PROPERTY LABELS native-e2e)
+    endif()
+endfunction()
+
 # vf_add_test(name SOURCES a.cpp b.cpp LIBS lib1 lib2 [LABELS l]): one executable, one CTest entry.
 function(vf_add_test name)
     cmake_parse_arguments(T "" "" "SOURCES;LIBS;LABELS" ${ARGN})
@@ -53,4 +62,5 @@ function(vf_add_test name)
     if(T_LABELS)
         set_tests_properties(${name} PROPERTIES LABELS "${T_LABELS}")
     endif()
+    vf_label_native_e2e(${name} "${T_LIBS}")
 endfunction()

@@ -2,10 +2,11 @@
 # Builds everything and runs every test: the native sanitizer build, the Linux host's release
 # build, then the Windows build under Wine with one persistent wineserver for the whole run.
 #
-# Run as root (a fresh machine, CI), the Wine suites run as the unprivileged user vftest (created
-# here once), in a Wine prefix of its own: read-only files and folders and access-denied are then
-# as real as on Windows, where root would write anyway. A small tmpfs is mounted for the
-# full-volume tests and handed to them in VF_TEST_SMALL_VOLUME.
+# Run as root (a fresh machine, CI), the native end-to-end suites (scripts/native-e2e.sh) and the
+# Wine suites run as the unprivileged user vftest (scripts/test-user.sh), Wine in a prefix of its
+# own: read-only files and folders and access-denied are then as real as on a server or on
+# Windows, where root would write anyway. A small tmpfs is mounted for the full-volume tests and
+# handed to them in VF_TEST_SMALL_VOLUME.
 set -euo pipefail
 root=$(cd "$(dirname "$0")/.." && pwd)
 build="${VF_BUILD_DIR:-$root/build}"
@@ -16,7 +17,9 @@ windows_build="$build/windows"
 
 status=0
 echo "== native tests (ASan/UBSan)"
-ctest --test-dir "$build/native" --output-on-failure -j"$(nproc)" || status=1
+ctest --test-dir "$build/native" --output-on-failure -j"$(nproc)" -LE native-e2e || status=1
+echo "== native end-to-end tests (ASan/UBSan, unprivileged)"
+"$root/scripts/native-e2e.sh" "$build/native" || status=1
 echo "== Linux host, release build"
 "$root/tests/host_e2e/native_cli_test.sh" "$build/linux/bin/fmhost" \
     "$build/linux/bin/HostFixture.fmx" || status=1
@@ -73,19 +76,11 @@ if [ "$(id -u)" -ne 0 ]; then
     exit $status
 fi
 
-user="${VF_TEST_USER:-vftest}"
-if ! id -u "$user" >/dev/null 2>&1; then
-    # Another checkout may create it at the same moment: its existence is what counts.
-    useradd --system --create-home --home-dir "/var/lib/$user" --shell /bin/bash "$user" ||
-        id -u "$user" >/dev/null
-fi
+# shellcheck source=test-user.sh
+source "$root/scripts/test-user.sh"
+user=$(vf_test_user)
 # The user reads the whole tree (programs, fixtures, the wrapper) and walks down to it...
-chmod -R o+rX "$root" "$build"
-dir="$build"
-while [ "$dir" != "/" ]; do
-    chmod o+x "$dir"
-    dir=$(dirname "$dir")
-done
+vf_open_trees "$root" "$build"
 # ...and writes only its prefix and CTest's records.
 prefix="$windows_build/wineprefix-$user"
 mkdir -p "$prefix" "$windows_build/Testing"

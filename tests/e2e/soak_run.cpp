@@ -1,15 +1,12 @@
 #include "e2e/soak_run.h"
 
-// windows.h first: the other system headers build on its types.
-#include <windows.h>
-
-#include <wincrypt.h>
-
+#include <algorithm>
 #include <chrono>
 #include <iterator>
 #include <regex>
 #include <set>
 
+#include "e2e/soak_files.h"
 #include "e2e/soak_generator.h"
 #include "file_manager/scratch_folder.h"
 #include "support/fmhost_process.h"
@@ -18,10 +15,8 @@ namespace vf::soak {
 
 namespace {
 
-using slib::test::FromWide;
 using slib::test::Narrow;
 using slib::test::RemoveTree;
-using slib::test::Wide;
 
 const char kPictureBase64[] =
     "Qk1GAAAAAAAAADYAAAAoAAAAAgAAAAIAAAABABgAAAAAABAAAAATCwAAEwsAAAAAAAAAAAAAAAD/AAAA/wAAAP8AAAD/"
@@ -30,61 +25,43 @@ const char kZipBase64[] =
     "UEsDBBQAAAAIADtid12Lc5WsCwAAAAkAAAAIAAAAaW4vYS50eHTLSM3JyVeoyiwAAFBLAQIUAxQAAAAIADtid12Lc5Ws"
     "CwAAAAkAAAAIAAAAAAAAAAAAAACAAQAAAABpbi9hLnR4dFBLBQYAAAAAAQABADYAAAAxAAAAAAA=";
 
-std::string Decoded(const char* base64) {
-    DWORD size = 0;
-    CryptStringToBinaryA(base64, 0, CRYPT_STRING_BASE64, nullptr, &size, nullptr, nullptr);
-    std::string bytes(size, '\0');
-    CryptStringToBinaryA(base64, 0, CRYPT_STRING_BASE64, reinterpret_cast<BYTE*>(&bytes[0]), &size,
-                         nullptr, nullptr);
+std::string Decoded(const std::string& base64) {
+    static const std::string kDigits =
+        "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
+    std::string bytes;
+    uint32_t bits = 0;
+    int count = 0;
+    for (const char c : base64) {
+        const size_t value = kDigits.find(c);
+        if (value == std::string::npos) {
+            break;  // "=" ends the data
+        }
+        bits = (bits << 6) | static_cast<uint32_t>(value);
+        count += 6;
+        if (count >= 8) {
+            count -= 8;
+            bytes += static_cast<char>((bits >> count) & 0xFF);
+        }
+    }
     return bytes;
-}
-
-std::u16string Long(const std::u16string& path) {
-    return u"\\\\?\\" + path;
-}
-
-void WriteBytes(const std::u16string& path, const std::string& bytes) {
-    const HANDLE file = CreateFileW(Wide(Long(path)), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS,
-                                    FILE_ATTRIBUTE_NORMAL, nullptr);
-    if (file != INVALID_HANDLE_VALUE) {
-        DWORD written = 0;
-        WriteFile(file, bytes.data(), static_cast<DWORD>(bytes.size()), &written, nullptr);
-        CloseHandle(file);
-    }
-}
-
-std::set<std::u16string> Names(const std::u16string& folder) {
-    std::set<std::u16string> names;
-    WIN32_FIND_DATAW entry;
-    const HANDLE search = FindFirstFileW(Wide(Long(folder) + u"\\*"), &entry);
-    if (search == INVALID_HANDLE_VALUE) {
-        return names;
-    }
-    do {
-        names.insert(FromWide(entry.cFileName));
-    } while (FindNextFileW(search, &entry));
-    FindClose(search);
-    names.erase(u".");
-    names.erase(u"..");
-    return names;
 }
 
 // The items the calls find waiting, laid out again before every batch: the calls delete and
 // move them. "deep" reaches past the shell's path limit.
 void Seed(const std::u16string& database) {
-    CreateDirectoryW(Wide(Long(database)), nullptr);
-    WriteBytes(database + u"\\x.txt", "hello soak");
-    WriteBytes(database + u"\\pic.bmp", Decoded(kPictureBase64));
-    WriteBytes(database + u"\\arch.zip", Decoded(kZipBase64));
-    CreateDirectoryW(Wide(Long(database + u"\\sub")), nullptr);
-    WriteBytes(database + u"\\sub\\x.txt", "inner");
-    std::u16string deep = database + u"\\deep";
+    MakeFolder(database);
+    WriteBytes(Join(database, u"x.txt"), "hello soak");
+    WriteBytes(Join(database, u"pic.bmp"), Decoded(kPictureBase64));
+    WriteBytes(Join(database, u"arch.zip"), Decoded(kZipBase64));
+    MakeFolder(Join(database, u"sub"));
+    WriteBytes(Join(Join(database, u"sub"), u"x.txt"), "inner");
+    std::u16string deep = Join(database, u"deep");
     while (deep.size() < 300) {
-        CreateDirectoryW(Wide(Long(deep)), nullptr);
-        deep += u"\\" + std::u16string(60, u'd');
+        MakeFolder(deep);
+        deep = Join(deep, std::u16string(60, u'd'));
     }
-    CreateDirectoryW(Wide(Long(deep)), nullptr);
-    WriteBytes(deep + u"\\x.txt", "deep");
+    MakeFolder(deep);
+    WriteBytes(Join(deep, u"x.txt"), "deep");
 }
 
 // Calls that do, before the measured part of each host run, the work a plug-in sets up once: the
@@ -97,23 +74,6 @@ const char* const kWarmUp[] = {
     "VFile_Get( \"picture-pixels\" ; \"pic.bmp\" )",
 };
 constexpr size_t kWarmUpRounds = 8;
-
-std::u16string TempFolder() {
-    wchar_t temp[MAX_PATH] = {};
-    const DWORD length = GetTempPathW(MAX_PATH, temp);
-    std::u16string base = FromWide(temp).substr(0, length);
-    while (!base.empty() && base.back() == u'\\') {
-        base.pop_back();
-    }
-    return base;
-}
-
-std::string HostForm(std::u16string path) {
-    for (char16_t& unit : path) {
-        unit = unit == u'\\' ? u'/' : unit;
-    }
-    return "file:/" + Narrow(path) + "/";
-}
 
 size_t CountMatches(const std::string& text, const std::regex& pattern) {
     return static_cast<size_t>(std::distance(
@@ -139,18 +99,16 @@ std::string Tail(const std::string& text) {
 Figures Run(uint64_t seed, size_t calls, size_t batch, const Bounds& bounds,
             const std::function<void(const std::string&)>& progress) {
     const auto started = std::chrono::steady_clock::now();
-    // Inherited by each fmhost: a crash then ends it at once instead of starting the system's
-    // debugger (Wine's would hold the process until the safety limit).
-    SetErrorMode(GetErrorMode() | SEM_NOGPFAULTERRORBOX | SEM_FAILCRITICALERRORS);
+    EndCrashesAtOnce();
     const std::u16string temp = TempFolder();
-    const std::u16string outer = temp + u"\\vf-soak-" +
-                                 FromWide(std::to_wstring(GetCurrentProcessId()).c_str()) + u"-" +
-                                 FromWide(std::to_wstring(seed).c_str());
-    const std::u16string scratch = outer + u"\\s";
-    const std::u16string database = scratch + u"\\db";
+    const std::string seedText = std::to_string(seed);
+    const std::u16string outer = Join(
+        temp, u"vf-soak-" + ProcessTag() + u"-" + std::u16string(seedText.begin(), seedText.end()));
+    const std::u16string scratch = Join(outer, u"s");
+    const std::u16string database = Join(scratch, u"db");
     RemoveTree(outer);
-    CreateDirectoryW(Wide(outer), nullptr);
-    CreateDirectoryW(Wide(scratch), nullptr);
+    MakeFolder(outer);
+    MakeFolder(scratch);
     const std::set<std::u16string> tempBefore = Names(temp);
     const std::set<std::string> itemNames = ItemNames();
 
@@ -170,15 +128,15 @@ Figures Run(uint64_t seed, size_t calls, size_t batch, const Bounds& bounds,
         for (size_t i = 0; i < count; ++i) {
             script += generator.next() + "\n\n";
         }
-        const std::u16string scriptPath = outer + u"\\calls.fmcalc";
+        const std::u16string scriptPath = Join(outer, u"calls.fmcalc");
         WriteBytes(scriptPath, script);
 
         vf::test::ProcessOptions options;
         options.workingDirectory = Narrow(database);
         const vf::test::ProcessResult run = vf::test::RunFmhost(
             {"--verbose", "--warm-up", std::to_string(kWarmUpRounds * std::size(kWarmUp)),
-             "--plugin", vf::test::BesideTest("Vantafile.fmx64"), "--file",
-             Narrow(database + u"\\Solution.fmp12"), "--script", Narrow(scriptPath)},
+             "--plugin", PluginBesideTest(), "--file", Narrow(Join(database, u"Solution.fmp12")),
+             "--script", Narrow(scriptPath)},
             options);
         const std::string where = "batch " + std::to_string(figures.batches + 1) + " (calls " +
                                   std::to_string(figures.calls + 1) + " to " +
@@ -216,7 +174,7 @@ Figures Run(uint64_t seed, size_t calls, size_t batch, const Bounds& bounds,
                                            " GDI objects");
             }
         }
-        DeleteFileW(Wide(scriptPath));
+        RemoveFile(scriptPath);
         for (const std::u16string& name : Names(outer)) {
             if (name != u"s") {
                 figures.problems.push_back(where + ": wrote " + Narrow(name) +

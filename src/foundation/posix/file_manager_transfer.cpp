@@ -89,7 +89,8 @@ void CopyWhole(const std::string& source, const std::string& target, bool follow
 
 void FileManager::refuseHolderOf(const String& path, const String& folder,
                                  const char* message) const {
-    if (IsOrHolds(ItemPathBytes(path, message), ItemPathBytes(folder, message))) {
+    // Deleting or moving a link takes the link only, whatever it leads to.
+    if (ItselfIsOrHolds(ItemPathBytes(path, message), ItemPathBytes(folder, message))) {
         Throw(kBadParameter, message);
     }
 }

@@ -22,8 +22,9 @@ bool IsVolumeRoot(const std::string& path) {
     return item.st_dev != parent.st_dev || IdOf(item) == IdOf(parent);
 }
 
-bool IsOrHolds(const std::string& path, const std::string& folder) {
-    const std::vector<ItemId> ids = IdsOfPath(path);
+namespace {
+
+bool AnyIsOrHolds(const std::vector<ItemId>& ids, const std::string& folder) {
     if (ids.empty()) {
         return false;
     }
@@ -46,6 +47,20 @@ bool IsOrHolds(const std::string& path, const std::string& folder) {
         current = std::move(parent);
     }
     return false;
+}
+
+}  // namespace
+
+bool IsOrHolds(const std::string& path, const std::string& folder) {
+    return AnyIsOrHolds(IdsOfPath(path), folder);
+}
+
+bool ItselfIsOrHolds(const std::string& path, const std::string& folder) {
+    struct stat item;
+    if (::lstat(path.c_str(), &item) != 0) {
+        return false;
+    }
+    return AnyIsOrHolds({IdOf(item)}, folder);
 }
 
 }  // namespace slib

@@ -14,5 +14,7 @@ bool IsVolumeRoot(const std::string& path);
 // Whether `path` (the item or what it leads to) names `folder` or one of the folders holding
 // it; false when either cannot be opened.
 bool IsOrHolds(const std::string& path, const std::string& folder);
+// The same for the item itself, a link being only the link: what a delete or a move takes.
+bool ItselfIsOrHolds(const std::string& path, const std::string& folder);
 
 }  // namespace slib
