@@ -117,11 +117,17 @@ ProcessResult RunProcess(const std::string& exe, const std::vector<std::string>&
     if (!options.workingDirectory.empty()) {
         posix_spawn_file_actions_addchdir_np(&actions, options.workingDirectory.c_str());
     }
-    std::vector<std::string> argv = {exe};
+    // A cross build's programs run through its emulator (VF_TEST_EMULATOR, set by CTest).
+    const char* emulator = std::getenv("VF_TEST_EMULATOR");
+    std::vector<std::string> argv;
+    if (emulator != nullptr && *emulator != '\0') {
+        argv.push_back(emulator);
+    }
+    argv.push_back(exe);
     argv.insert(argv.end(), args.begin(), args.end());
     std::vector<std::string> environment = ChildEnvironment(options);
     pid_t child = 0;
-    const int started = ::posix_spawn(&child, exe.c_str(), &actions, nullptr, Pointers(argv).data(),
+    const int started = ::posix_spawn(&child, argv.front().c_str(), &actions, nullptr, Pointers(argv).data(),
                                       Pointers(environment).data());
     posix_spawn_file_actions_destroy(&actions);
     in.read.reset();
