@@ -127,8 +127,8 @@ ProcessResult RunProcess(const std::string& exe, const std::vector<std::string>&
     argv.insert(argv.end(), args.begin(), args.end());
     std::vector<std::string> environment = ChildEnvironment(options);
     pid_t child = 0;
-    const int started = ::posix_spawn(&child, argv.front().c_str(), &actions, nullptr, Pointers(argv).data(),
-                                      Pointers(environment).data());
+    const int started = ::posix_spawn(&child, argv.front().c_str(), &actions, nullptr,
+                                      Pointers(argv).data(), Pointers(environment).data());
     posix_spawn_file_actions_destroy(&actions);
     in.read.reset();
     out.write.reset();
