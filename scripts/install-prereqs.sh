@@ -22,6 +22,8 @@ packages=(
     python3 time
     # The release checks: Authenticode signing with a throwaway certificate, the HTML reference.
     osslsigncode openssl cmark-gfm
+    # The picture tests compare our scaling with ImageMagick's; the picture benchmark races it.
+    imagemagick
     # arm64 Linux: the cross compiler, qemu for its tests, and the arm64 libraries it links
     # (multiarch packages; zlib and libdeflate go into the plug-in from their static archives).
     g++-aarch64-linux-gnu binutils-aarch64-linux-gnu qemu-user
