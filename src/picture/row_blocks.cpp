@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <atomic>
+#include <system_error>
 #include <thread>
 
 #include "foundation/worker_threads.h"
@@ -33,9 +34,14 @@ void ForEachRowBlock(uint32_t rows, uint64_t work,
         take();
         return;
     }
-    // The calling thread takes blocks too; the helpers end when none are left.
-    const WorkerThreads helpers(static_cast<unsigned>(wanted - 1), take, [] {});
-    take();
+    // The calling thread takes blocks too; the helpers end when none are left. When the system
+    // has no thread to spare, the helpers that did start finish and this thread does the rest.
+    try {
+        const WorkerThreads helpers(static_cast<unsigned>(wanted - 1), take, [] {});
+        take();
+    } catch (const std::system_error&) {
+        take();
+    }
 }
 
 }  // namespace slib
