@@ -33,10 +33,12 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
         scaled.rgba.size() != size_t{width} * height * 4 || scaled.hasAlpha != source.hasAlpha) {
         __builtin_trap();
     }
+    // The same size is an exact copy, hidden colour included; any other is filtered.
+    const bool filtered = width != source.width || height != source.height;
     for (size_t i = 0; i < scaled.rgba.size(); i += 4) {
-        if ((!scaled.hasAlpha && scaled.rgba[i + 3] != 255) ||
-            (scaled.rgba[i + 3] == 0 &&
-             (scaled.rgba[i] | scaled.rgba[i + 1] | scaled.rgba[i + 2]))) {
+        const bool hiddenColour =
+            scaled.rgba[i + 3] == 0 && (scaled.rgba[i] | scaled.rgba[i + 1] | scaled.rgba[i + 2]);
+        if ((!scaled.hasAlpha && scaled.rgba[i + 3] != 255) || (filtered && hiddenColour)) {
             __builtin_trap();
         }
     }
