@@ -34,7 +34,7 @@ void Premultiply(Raster& raster) {
     }
 }
 
-// Back to straight alpha; a filter's overshoot past the alpha saturates at white.
+// Back to straight alpha; where a filter's overshoot left a channel above its alpha, it saturates.
 void Unpremultiply(Raster& raster) {
     for (size_t i = 0; i < raster.rgba.size(); i += 4) {
         const uint32_t alpha = raster.rgba[i + 3];
