@@ -1,0 +1,22 @@
+# vf_picture_libs: the picture codec libraries of the Linux plug-in (libjpeg-turbo, libpng, giflib,
+# libtiff and what libtiff.a needs), from Debian's static archives: the plug-in needs no codec .so
+# on the server (Debian's and Ubuntu's sonames differ, e.g. libjpeg.so.62 and libjpeg.so.8). The
+# arm64 build finds the :arm64 archives through its toolchain's find root. Windows keeps GDI+.
+find_path(VF_TIFF_INCLUDE tiffio.h REQUIRED)
+find_path(VF_JPEG_INCLUDE jpeglib.h REQUIRED)
+find_path(VF_PNG_INCLUDE png.h REQUIRED)
+find_path(VF_GIF_INCLUDE gif_lib.h REQUIRED)
+
+# In link order: each archive before the ones it uses.
+set(_vf_picture_archives tiff webp zstd lzma Lerc jbig jpeg png16 gif deflate z)
+set(VF_PICTURE_ARCHIVES)
+foreach(_vf_lib ${_vf_picture_archives})
+    find_library(VF_${_vf_lib}_STATIC NAMES lib${_vf_lib}.a REQUIRED)
+    list(APPEND VF_PICTURE_ARCHIVES ${VF_${_vf_lib}_STATIC})
+endforeach()
+
+add_library(vf_picture_libs INTERFACE)
+target_include_directories(vf_picture_libs SYSTEM INTERFACE ${VF_TIFF_INCLUDE} ${VF_JPEG_INCLUDE}
+                                                            ${VF_PNG_INCLUDE} ${VF_GIF_INCLUDE})
+# libLerc is C++: the plug-in's own C++ runtime serves it.
+target_link_libraries(vf_picture_libs INTERFACE ${VF_PICTURE_ARCHIVES} m)
