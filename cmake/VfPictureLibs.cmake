@@ -7,16 +7,24 @@ find_path(VF_JPEG_INCLUDE jpeglib.h REQUIRED)
 find_path(VF_PNG_INCLUDE png.h REQUIRED)
 find_path(VF_GIF_INCLUDE gif_lib.h REQUIRED)
 
-# In link order: each archive before the ones it uses.
+add_library(vf_picture_libs INTERFACE)
+target_include_directories(vf_picture_libs SYSTEM INTERFACE ${VF_TIFF_INCLUDE} ${VF_JPEG_INCLUDE}
+                                                            ${VF_PNG_INCLUDE} ${VF_GIF_INCLUDE})
+if(VF_SANITIZE)
+    # The sanitizer build's plug-in uses the shared C++ runtime, against which libLerc.a's
+    # references to the runtime's type information cannot be linked into a shared object: it
+    # takes the same libraries' shared builds (it is never shipped).
+    target_link_libraries(vf_picture_libs INTERFACE tiff jpeg png16 gif m)
+    return()
+endif()
+
+# In link order: each archive before the ones it uses. libLerc is C++: the plug-in's own static
+# C++ runtime serves it. The archives reach glibc's stderr in a way a shared object must satisfy
+# itself (src/linux_runtime/stderr_stand_in.cpp).
 set(_vf_picture_archives tiff webp zstd lzma Lerc jbig jpeg png16 gif deflate z)
 set(VF_PICTURE_ARCHIVES)
 foreach(_vf_lib ${_vf_picture_archives})
     find_library(VF_${_vf_lib}_STATIC NAMES lib${_vf_lib}.a REQUIRED)
     list(APPEND VF_PICTURE_ARCHIVES ${VF_${_vf_lib}_STATIC})
 endforeach()
-
-add_library(vf_picture_libs INTERFACE)
-target_include_directories(vf_picture_libs SYSTEM INTERFACE ${VF_TIFF_INCLUDE} ${VF_JPEG_INCLUDE}
-                                                            ${VF_PNG_INCLUDE} ${VF_GIF_INCLUDE})
-# libLerc is C++: the plug-in's own C++ runtime serves it.
 target_link_libraries(vf_picture_libs INTERFACE ${VF_PICTURE_ARCHIVES} m)

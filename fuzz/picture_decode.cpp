@@ -1,4 +1,9 @@
-// fuzz-sources: src/picture/*.cpp src/picture/posix/*.cpp src/foundation/*.cpp
+// fuzz-sources: src/picture/jpeg_exif.cpp src/picture/palette_quantizer.cpp
+// fuzz-sources: src/picture/picture_signature.cpp src/picture/posix/*_codec*.cpp
+// fuzz-sources: src/picture/posix/codec_errors.cpp src/picture/posix/decode_size_limit.cpp
+// fuzz-sources: src/picture/posix/raster_alpha.cpp src/picture/posix/tiff_memory_stream.cpp
+// fuzz-sources: src/foundation/exception.cpp src/foundation/error.cpp src/foundation/object.cpp
+// fuzz-sources: src/foundation/utf16_string.cpp src/foundation/utf_conversion.cpp
 // fuzz-libs: -ltiff -ljpeg -lpng16 -lgif -lm
 // Every Linux picture decoder through the signature dispatch, with arbitrary bytes: each answer is
 // a picture or one of the defined errors. A small decoded picture is encoded again in a format

@@ -12,6 +12,11 @@
 namespace slib {
 namespace {
 
+// The side chunks libpng knows, each name with its terminating zero.
+constexpr png_byte kSkippedChunks[] =
+    "bKGD\0cHRM\0eXIf\0gAMA\0hIST\0iCCP\0iTXt\0oFFs\0pCAL\0pHYs\0sBIT\0sCAL\0sPLT\0sRGB\0"
+    "tEXt\0tIME\0zTXt";
+
 // libpng's read or write state with its info block: one resource, freed together.
 struct PngState {
     png_structp png = nullptr;
@@ -87,6 +92,11 @@ PngOwner NewReader() {
     }
     // Our own limit decides, with its own message; libpng's default would answer "damaged".
     png_set_user_limits(state.png, PNG_UINT_31_MAX, PNG_UINT_31_MAX);
+    // libpng allocates what a text or profile chunk declares (2 GB for a 100-byte file), and
+    // none of them changes the pixels: every side chunk but transparency is skipped unread.
+    png_set_keep_unknown_chunks(state.png, PNG_HANDLE_CHUNK_NEVER, nullptr, 0);
+    png_set_keep_unknown_chunks(state.png, PNG_HANDLE_CHUNK_NEVER, kSkippedChunks,
+                                static_cast<int>(sizeof(kSkippedChunks) / 5));
     return owner;
 }
 

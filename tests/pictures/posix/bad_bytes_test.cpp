@@ -195,6 +195,21 @@ TEST(BadPictureBytes, GetTheirDefinedAnswerFromDecoderAndHeaderReader) {
     }
 }
 
+// A small PNG with a side chunk declaring 2 GB: the library's chunk buffer is bounded too.
+Bytes PngWithHugeSideChunk() {
+    Bytes bytes = PngDeclaring(3, 3);
+    bytes.insert(bytes.end(), {0x77, 0x77, 0x77, 0x77, 't', 'E', 'X', 't', 'd', 'a', 't', 'e'});
+    return bytes;
+}
+
+TEST(BadPictureBytes, ASideChunkDeclaringGigabytesTakesNoMemory) {
+    std::string answer;
+    const size_t largest = codectest::LargestAllocationDuring(
+        [&] { answer = Failure([] { slib::DecodePictureBytes(PngWithHugeSideChunk()); }); });
+    EXPECT_EQ(answer, kDamaged);
+    EXPECT_LT(largest, size_t{16} << 20);
+}
+
 TEST(BadPictureBytes, HugeDeclaredSizesAreRefusedBeforeThePixelsAreAllocated) {
     for (const BadCase& c : BadCases()) {
         if (c.expected != kTooLarge) {
