@@ -20,11 +20,17 @@ endif()
 
 # In link order: each archive before the ones it uses. libLerc is C++: the plug-in's own static
 # C++ runtime serves it. The archives reach glibc's stderr in a way a shared object must satisfy
-# itself (src/linux_runtime/stderr_stand_in.cpp).
-set(_vf_picture_archives tiff webp zstd lzma Lerc jbig jpeg png16 gif deflate z)
+# itself (src/linux_runtime/stderr_stand_in.cpp). libjbig (JBIG-KIT, GPL) stays out: a stand-in
+# for libtiff's JBIG codec goes into every program that links these archives, as an object file
+# ahead of libtiff.a (from an archive it would come too late to keep libtiff's own member out).
+add_library(vf_no_jbig_codec OBJECT ${PROJECT_SOURCE_DIR}/src/linux_runtime/no_jbig_codec.cpp)
+target_include_directories(vf_no_jbig_codec SYSTEM PRIVATE ${VF_TIFF_INCLUDE})
+vf_target_defaults(vf_no_jbig_codec)
+set(_vf_picture_archives tiff webp zstd lzma Lerc jpeg png16 gif deflate z)
 set(VF_PICTURE_ARCHIVES)
 foreach(_vf_lib ${_vf_picture_archives})
     find_library(VF_${_vf_lib}_STATIC NAMES lib${_vf_lib}.a REQUIRED)
     list(APPEND VF_PICTURE_ARCHIVES ${VF_${_vf_lib}_STATIC})
 endforeach()
-target_link_libraries(vf_picture_libs INTERFACE ${VF_PICTURE_ARCHIVES} m)
+target_link_libraries(vf_picture_libs INTERFACE $<TARGET_OBJECTS:vf_no_jbig_codec>
+                                               ${VF_PICTURE_ARCHIVES} m)
