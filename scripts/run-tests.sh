@@ -24,12 +24,14 @@ echo "== Linux host, release build"
 # arm64 under qemu: a representative few, not the whole native suite again. The codec and zip
 # layout (libdeflate's arm64 code, byte order, zip64), paths, dates and text (wchar_t, UTF-8),
 # file contents and the path system on real files, the emulated host's engine, the shell's
-# portable code, the glibc stand-ins, the binary check with arm64 binutils and, where the tree
-# links them, the plug-in's own binary and its version through the arm64 fmhost. (Not the
-# program-start tests: qemu reports a child's failed exec as a started program.)
+# portable code, the glibc stand-ins, the picture codecs from the arm64 archives, the binary
+# check with arm64 binutils and, where the tree links them, the plug-in's own binary (and the
+# codecs in its form) and its version through the arm64 fmhost. (Not the program-start tests:
+# qemu reports a child's failed exec as a started program.)
 arm64_tests='^(archive_tests|foundation_tests|foundation_posix_tests|posix_files_tests'
 arm64_tests+='|contents_codecs_tests|host_core_calc_test|shell_portable_tests|linux_runtime_tests'
-arm64_tests+='|elf_plugin_check_cases|linux_plugin_elf|release_version_agreement)$'
+arm64_tests+='|picture_codecs_tests|elf_plugin_check_cases|linux_plugin_elf|linux_plugin_codecs_elf'
+arm64_tests+='|linux_plugin_codecs_without_gpl|release_version_agreement)$'
 echo "== arm64 tests (qemu)"
 if "$root/scripts/build.sh" --arm64; then
     ctest --test-dir "$build/linux-arm64" --output-on-failure -j"$(nproc)" -R "$arm64_tests" ||
