@@ -17,27 +17,37 @@ if(NOT VF_LINUX_PLUGIN)
     return()
 endif()
 
-set(VF_PLUGIN_EXPORTS ${PROJECT_SOURCE_DIR}/src/shell/Vantafile.map)
+# Gives `target` (a SHARED library) the plug-in's form: the pieces the plug-in links, one export,
+# the version as soname, no search path, every symbol resolved, the C++ runtime inside (its glibc
+# stand-ins come from VfLinuxRuntime.cmake).
+function(vf_linux_plugin_form target)
+    set(exports ${PROJECT_SOURCE_DIR}/src/shell/Vantafile.map)
+    # The emulated host's libFMWrapper.so: its soname is the bare name the server's library has,
+    # and it exports every FM_ function of the interface, so a full link proves each import exists.
+    target_link_libraries(${target} PRIVATE vf_shell vf_functions vf_bridge vf_plugin_deps
+                                            FMWrapper)
+    set_target_properties(${target} PROPERTIES
+        PREFIX ""
+        LIBRARY_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/bin
+        # The soname is the version text, not the file's name, and no build-tree search path goes
+        # in.
+        NO_SONAME ON
+        SKIP_BUILD_RPATH ON
+        LINK_DEPENDS ${exports})
+    target_link_options(${target} PRIVATE
+        -Wl,-soname,${VF_VERSION}
+        -Wl,--version-script=${exports}
+        -Wl,-z,defs)
+    # The release form carries its C++ runtime. A sanitizer build uses the shared one the host has
+    # loaded: the sanitizers then see the plug-in's operator new and delete, and the runtime's
+    # emergency exception pool (72,704 bytes, allocated at load and never freed by GCC 12) stays
+    # reachable instead of being reported as a leak once the host unloads the plug-in. GCC 12 has
+    # no setting that turns the pool off, and after the unload no suppression can name its frames.
+    if(NOT VF_SANITIZE)
+        target_link_options(${target} PRIVATE -static-libstdc++ -static-libgcc)
+    endif()
+endfunction()
+
 add_library(Vantafile SHARED)
-# The emulated host's libFMWrapper.so: its soname is the bare name the server's library has, and
-# it exports every FM_ function of the interface, so a full link proves each import exists.
-target_link_libraries(Vantafile PRIVATE vf_shell vf_functions vf_bridge vf_plugin_deps FMWrapper)
-set_target_properties(Vantafile PROPERTIES
-    PREFIX "" SUFFIX ".fmx" OUTPUT_NAME Vantafile
-    LIBRARY_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/bin
-    # The soname is the version text, not the file's name, and no build-tree search path goes in.
-    NO_SONAME ON
-    SKIP_BUILD_RPATH ON
-    LINK_DEPENDS ${VF_PLUGIN_EXPORTS})
-target_link_options(Vantafile PRIVATE
-    -Wl,-soname,${VF_VERSION}
-    -Wl,--version-script=${VF_PLUGIN_EXPORTS}
-    -Wl,-z,defs)
-# The release form carries its C++ runtime. A sanitizer build uses the shared one the host has
-# loaded: the sanitizers then see the plug-in's operator new and delete, and the runtime's
-# emergency exception pool (72,704 bytes, allocated at load and never freed by GCC 12) stays
-# reachable instead of being reported as a leak once the host unloads the plug-in. GCC 12 has no
-# setting that turns the pool off, and after the unload no suppression can name its frames.
-if(NOT VF_SANITIZE)
-    target_link_options(Vantafile PRIVATE -static-libstdc++ -static-libgcc)
-endif()
+vf_linux_plugin_form(Vantafile)
+set_target_properties(Vantafile PROPERTIES SUFFIX ".fmx" OUTPUT_NAME Vantafile)

@@ -18,7 +18,7 @@ linux_release() {
     cmake -S "$root" -B "$build/linux" -DCMAKE_BUILD_TYPE=Release -DVF_SANITIZE=OFF \
           "${launcher[@]}" >/dev/null
     cmake --build "$build/linux" -j"$jobs" --target fmhost FMWrapper HostFixture Vantafile \
-          vf_bare_load
+          vf_codec_link_probe vf_bare_load
     ctest --test-dir "$build/linux" -L linux-plugin --output-on-failure
 }
 

@@ -110,7 +110,8 @@ import pe_resources; print(pe_resources.PeFile(sys.argv[1]).version_info()[2]['F
 
 check_linux() { # ZIP PLATFORM
     local zip=$1 platform=$2 machine binutils="" host version soname newest search_path
-    unpack "$zip" "$platform" Vantafile.fmx fmhost/fmhost fmhost/libFMWrapper.so
+    unpack "$zip" "$platform" Vantafile.fmx fmhost/fmhost fmhost/libFMWrapper.so \
+        LICENSES/libjpeg-turbo.txt LICENSES/libpng.txt LICENSES/giflib.txt LICENSES/libtiff.txt
     if [ "$platform" = linux-arm64 ]; then
         machine=aarch64 binutils=aarch64-linux-gnu-
         host=("$root/scripts/qemu-arm64.sh" "$unpacked/fmhost/fmhost")

@@ -22,10 +22,20 @@ packages=(
     python3 time
     # The release checks: Authenticode signing with a throwaway certificate, the HTML reference.
     osslsigncode openssl cmark-gfm
+    # The picture tests compare our scaling with ImageMagick's; the picture benchmark races it.
+    imagemagick
     # arm64 Linux: the cross compiler, qemu for its tests, and the arm64 libraries it links
     # (multiarch packages; zlib and libdeflate go into the plug-in from their static archives).
     g++-aarch64-linux-gnu binutils-aarch64-linux-gnu qemu-user
     libc6-dev:arm64 libstdc++6:arm64 zlib1g-dev:arm64 libdeflate-dev:arm64
+    # The Linux plug-in's picture codecs, linked from their static archives for both machines
+    # (libtiff's own dependencies too; JBIG-KIT is installed with libtiff-dev, never linked), and
+    # ImageMagick, whose pictures the codec tests decode.
+    libjpeg62-turbo-dev libpng-dev libgif-dev libtiff-dev libwebp-dev libzstd-dev liblzma-dev
+    liblerc-dev
+    libjpeg62-turbo-dev:arm64 libpng-dev:arm64 libgif-dev:arm64 libtiff-dev:arm64
+    libwebp-dev:arm64 libzstd-dev:arm64 liblzma-dev:arm64 liblerc-dev:arm64
+    imagemagick
 )
 
 # The arm64 packages come from this machine's own sources once dpkg takes the architecture.

@@ -24,9 +24,9 @@ echo "== Linux host, release build"
 "$root/tests/host_e2e/native_cli_test.sh" "$build/linux/bin/fmhost" \
     "$build/linux/bin/HostFixture.fmx" || status=1
 
-# arm64 under qemu: every test the arm64 tree has, about a minute on two cores. The whole suite
-# fits, so no choice to keep up: each codec, path, text and host test and the end-to-end suites
-# (items, zip, contents, path forms) through the arm64 fmhost and plug-in, the plug-in's binary
+# arm64 under qemu: every test the arm64 tree has, on two cores. The whole suite fits, so no
+# choice to keep up: each codec (the picture codecs from the arm64 archives included), path, text
+# and host test, the end-to-end suites through the arm64 fmhost and plug-in, the plug-in's binary
 # check with arm64 binutils, and its load into a bare process. A test that starts a program of
 # ours puts VF_TEST_EMULATOR, which CTest sets to qemu there, before it; a failed program start
 # looks made under qemu, and the cases that need one to fail show that and skip.

@@ -49,6 +49,26 @@ else
 fi
 entries+=("libdeflate.txt                      libdeflate, linked into the plug-in for whole-entry"
           "                                    deflate, inflate and CRC-32")
+# The Linux plug-in's picture codecs, linked from Debian's static archives (Windows uses GDI+).
+if [ "$platform" != win64 ]; then
+    picture_libraries=(
+        "libjpeg62-turbo libjpeg-turbo.txt  libjpeg-turbo, JPEG pictures"
+        "libpng16-16 libpng.txt             libpng, PNG pictures"
+        "libgif7 giflib.txt                 giflib, GIF pictures"
+        "libtiff6 libtiff.txt               libtiff, TIFF pictures"
+        "libwebp7 libwebp.txt               libwebp, WebP-compressed TIFF pages"
+        "libzstd1 zstd.txt                  Zstandard, Zstandard-compressed TIFF pages"
+        "liblzma5 xz-utils-liblzma.txt      liblzma, LZMA-compressed TIFF pages"
+        "liblerc4 lerc.txt                  LERC (Apache 2.0), LERC-compressed TIFF pages"
+    )
+    for line in "${picture_libraries[@]}"; do
+        read -r package file what <<<"$line"
+        copy "$docs/$package/copyright" "$file"
+        entries+=("$(printf '%-36s%s' "$file" "$what, linked into the plug-in")")
+    done
+    copy /usr/share/common-licenses/Apache-2.0 Apache-2.0.txt
+    entries+=("Apache-2.0.txt                      the Apache License 2.0 lerc.txt refers to")
+fi
 {
     echo "Licences of Quorvel Vantafile and of the libraries built into it"
     echo

@@ -1,5 +1,5 @@
 // A PNG rendering of a picture the host cannot show by itself (TIFF), through the system's
-// picture engine (GDI+ on Windows; none on Linux yet).
+// picture engine (GDI+ on Windows, the codec libraries on Linux).
 #pragma once
 
 #include <cstdint>

@@ -50,6 +50,16 @@ std::shared_ptr<const Object> MakeNumberOption(double value) {
     return number ? number : std::make_shared<const Number>(0);
 }
 
+void RequireCreatableSize(const PixelSize& size) {
+    // Far beyond any real picture, and short of the sizes whose byte count overflows in GDI+.
+    constexpr int64_t kMaxSide = 1 << 16;
+    constexpr int64_t kMaxPixels = int64_t{1} << 28;
+    if (size.width > kMaxSide || size.height > kMaxSide ||
+        int64_t{size.width} * size.height > kMaxPixels) {
+        Throw(kBadParameter, "Cannot create a picture of that size");
+    }
+}
+
 void RequireConvertibleTypes(uint32_t sourceType, uint32_t targetType) {
     if (sourceType != FileType::kUnspecified ||
         (targetType != FileType::kUnspecified && targetType != FileType::kJpeg &&

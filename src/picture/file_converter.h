@@ -1,6 +1,6 @@
 #pragma once
 // slib::FileConverter: collects conversion options by key, then converts a source file into a
-// target file. The picture engine lives in windows/ (GDI+); posix/ has none yet and fails with -4.
+// target file. Each system's engine lives beside: GDI+ in windows/.
 
 #include <cstdint>
 #include <map>
@@ -11,6 +11,9 @@
 #include "picture/target_size.h"
 
 namespace slib {
+
+// convert's answer (-43) when there is no item at the source path.
+constexpr char kConvertSourceMissing[] = "Source item does not exist";
 
 // File type codes: byte 0 is 1 (picture), byte 1 is 3, byte 2 the format.
 struct FileType {
@@ -56,6 +59,10 @@ class FileConverter : public Object {
     std::map<int32_t, std::shared_ptr<const Object>> options_;
     bool requireOrientation_ = false;
 };
+
+// -50 "Cannot create a picture of that size" for a target beyond what any engine here may
+// allocate: a side above 65,536 pixels or more than 2^28 pixels in all.
+void RequireCreatableSize(const PixelSize& size);
 
 // -50 "Cannot convert these file types" unless the pair is one convert accepts.
 void RequireConvertibleTypes(uint32_t sourceType, uint32_t targetType);

@@ -1,6 +1,6 @@
 #pragma once
-// The pixel size of a picture, as the system's picture engine decodes it (GDI+ on Windows). On
-// Linux there is no engine yet: both fail with -4 "Pictures are not available on Linux yet".
+// The pixel size of a picture, as the system's picture engine decodes it (GDI+ on Windows, the
+// codec libraries on Linux).
 
 #include <cstdint>
 #include <vector>

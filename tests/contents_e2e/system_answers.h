@@ -13,7 +13,4 @@ std::string NativeText(const std::string& bytes);
 // Encoding keywords this system has no converter for: refused, the file kept as it was.
 extern const std::set<std::string> kKeywordsWithoutConverter;
 
-// Whether a picture read as a container gets a PNG preview (Windows converts; Linux cannot).
-extern const bool kPicturesGetAPreview;
-
 }  // namespace contents_test

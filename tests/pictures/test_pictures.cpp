@@ -5,13 +5,10 @@
 #include <vector>
 
 #include "exif_segment.h"
-#include "picture/windows/gdiplus_session.h"
-#include "picture/windows/picture_codec.h"
+#include "picture_io.h"
 
 namespace picturetest {
 namespace {
-
-namespace gdip = Gdiplus::DllExports;
 
 const uint32_t kColours[4] = {0xFFFF0000, 0xFF00FF00, 0xFF0000FF, 0xFFFFFF00};
 
@@ -24,31 +21,23 @@ void Displayed(uint16_t orientation, int x, int y, int sw, int sh, int& dx, int&
     dy = table[orientation][1];
 }
 
-std::string Bytes(const std::vector<uint8_t>& bytes) {
-    return std::string(bytes.begin(), bytes.end());
-}
-
 }  // namespace
 
 std::string MakePicture(const wchar_t* mimeType, int width, int height, uint16_t orientation,
                         bool bigEndianExif) {
-    slib::StartGdiplus();
     const bool sideways = orientation >= 5;
     const int sw = sideways ? height : width;
     const int sh = sideways ? width : height;
-    std::vector<uint32_t> pixels(static_cast<size_t>(sw) * sh);
+    Pixels pixels{uint32_t(sw), uint32_t(sh), std::vector<uint32_t>(size_t(sw) * sh)};
     for (int y = 0; y < sh; ++y) {
         for (int x = 0; x < sw; ++x) {
             int dx = 0, dy = 0;
             Displayed(orientation, x, y, sw, sh, dx, dy);
-            pixels[static_cast<size_t>(y) * sw + x] =
+            pixels.argb[size_t(y) * sw + x] =
                 kColours[(dy * 2 >= height ? 2 : 0) + (dx * 2 >= width ? 1 : 0)];
         }
     }
-    slib::UniqueGdipBitmap bitmap;
-    gdip::GdipCreateBitmapFromScan0(sw, sh, sw * 4, PixelFormat32bppARGB,
-                                    reinterpret_cast<BYTE*>(pixels.data()), bitmap.put());
-    std::string bytes = Bytes(slib::EncodePicture(bitmap.get(), mimeType));
+    std::string bytes = EncodePixels(mimeType, pixels);
     if (orientation != 0 && std::wstring(mimeType) == L"image/jpeg") {
         bytes = SpliceAfterStart(bytes, ExifApp1(orientation, bigEndianExif, 2));
     }
@@ -56,42 +45,34 @@ std::string MakePicture(const wchar_t* mimeType, int width, int height, uint16_t
 }
 
 std::string MakeFramedPicture(int width, int height) {
-    slib::StartGdiplus();
-    std::vector<uint32_t> pixels(static_cast<size_t>(width) * height, 0xFFFFFFFF);
+    Pixels pixels{uint32_t(width), uint32_t(height),
+                  std::vector<uint32_t>(size_t(width) * height, 0xFFFFFFFF)};
     for (int y = height / 4; y < height * 3 / 4; ++y) {
         for (int x = width / 4; x < width * 3 / 4; ++x) {
-            pixels[static_cast<size_t>(y) * width + x] = 0xFF000000;
+            pixels.argb[size_t(y) * width + x] = 0xFF000000;
         }
     }
-    slib::UniqueGdipBitmap bitmap;
-    gdip::GdipCreateBitmapFromScan0(width, height, width * 4, PixelFormat32bppARGB,
-                                    reinterpret_cast<BYTE*>(pixels.data()), bitmap.put());
-    return Bytes(slib::EncodePicture(bitmap.get(), L"image/png"));
+    return EncodePixels(L"image/png", pixels);
 }
 
 int DarkestEdgeChannel(const std::string& bytes) {
-    const slib::UniqueGdipBitmap bitmap =
-        slib::DecodePicture(std::vector<uint8_t>(bytes.begin(), bytes.end()));
-    UINT width = 0, height = 0;
-    if (!bitmap || gdip::GdipGetImageWidth(bitmap.get(), &width) != Gdiplus::Ok ||
-        gdip::GdipGetImageHeight(bitmap.get(), &height) != Gdiplus::Ok) {
+    const std::optional<Pixels> pixels = DecodePixels(bytes);
+    if (!pixels) {
         return -1;
     }
     int darkest = 255;
-    const auto look = [&](UINT x, UINT y) {
-        Gdiplus::ARGB pixel = 0;
-        gdip::GdipBitmapGetPixel(bitmap.get(), x, y, &pixel);
+    const auto look = [&](uint32_t x, uint32_t y) {
         for (int shift = 0; shift <= 24; shift += 8) {
-            darkest = std::min(darkest, static_cast<int>((pixel >> shift) & 0xFF));
+            darkest = std::min(darkest, static_cast<int>((pixels->at(x, y) >> shift) & 0xFF));
         }
     };
-    for (UINT x = 0; x < width; ++x) {
+    for (uint32_t x = 0; x < pixels->width; ++x) {
         look(x, 0);
-        look(x, height - 1);
+        look(x, pixels->height - 1);
     }
-    for (UINT y = 0; y < height; ++y) {
+    for (uint32_t y = 0; y < pixels->height; ++y) {
         look(0, y);
-        look(width - 1, y);
+        look(pixels->width - 1, y);
     }
     return darkest;
 }
@@ -104,18 +85,15 @@ std::string Describe(const std::string& bytes) {
                        : starts("BM")                  ? "bmp"
                        : starts("II*") || starts("MM") ? "tiff"
                                                        : "?";
-    const slib::UniqueGdipBitmap bitmap =
-        slib::DecodePicture(std::vector<uint8_t>(bytes.begin(), bytes.end()));
-    UINT width = 0, height = 0;
-    if (!bitmap || gdip::GdipGetImageWidth(bitmap.get(), &width) != Gdiplus::Ok ||
-        gdip::GdipGetImageHeight(bitmap.get(), &height) != Gdiplus::Ok) {
+    const std::optional<Pixels> pixels = DecodePixels(bytes);
+    if (!pixels) {
         return "no picture";
     }
+    const uint32_t width = pixels->width, height = pixels->height;
     text += " " + std::to_string(width) + "x" + std::to_string(height) + " ";
-    for (int quadrant = 0; quadrant < 4; ++quadrant) {
-        Gdiplus::ARGB pixel = 0;
-        gdip::GdipBitmapGetPixel(bitmap.get(), width * (1 + quadrant % 2 * 2) / 4,
-                                 height * (1 + quadrant / 2 * 2) / 4, &pixel);
+    for (uint32_t quadrant = 0; quadrant < 4; ++quadrant) {
+        const uint32_t pixel =
+            pixels->at(width * (1 + quadrant % 2 * 2) / 4, height * (1 + quadrant / 2 * 2) / 4);
         char nearest = '?';
         for (int i = 0; i < 4; ++i) {
             int distance = 0;

@@ -1,11 +1,18 @@
-// No picture engine on Linux yet: no preview, so the picture is stored without one, as on
-// Windows for a picture the system cannot decode.
 #include "bridge/picture_preview.h"
+
+#include "foundation/exception.h"
+#include "picture/posix/picture_codecs.h"
 
 namespace bridge {
 
-std::vector<uint8_t> PngPreview(const slib::Data&) {
-    return {};
+// A picture the codecs cannot read is stored without a preview, as on Windows.
+std::vector<uint8_t> PngPreview(const slib::Data& picture) {
+    try {
+        return slib::EncodePictureBytes(slib::DecodePictureBytes(picture.bytes()).raster,
+                                        slib::PictureFormat::kPng);
+    } catch (const slib::Exception&) {
+        return {};
+    }
 }
 
 }  // namespace bridge

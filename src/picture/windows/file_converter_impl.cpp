@@ -4,17 +4,16 @@
 
 #include "foundation/error_codes.h"
 #include "foundation/exception.h"
+#include "picture/picture_file.h"
 #include "picture/upright_turn.h"
 #include "picture/windows/gdiplus_session.h"
 #include "picture/windows/picture_codec.h"
-#include "picture/windows/picture_file.h"
 
 namespace slib {
 namespace {
 
 namespace gdip = Gdiplus::DllExports;
 
-constexpr char kSourceMissing[] = "Source item does not exist";
 constexpr Gdiplus::PixelFormat kPixelFormat32bppCMYK = 15 | (32 << 8);  // not in MinGW's headers
 
 std::wstring TargetMimeType(uint32_t targetType, Gdiplus::GpBitmap* source) {
@@ -79,7 +78,7 @@ void FileConverterImpl::convert(const String& source, uint32_t sourceType, const
     const ConversionSettings options = settings();
     StartGdiplus();
 
-    const std::vector<uint8_t> bytes = ReadPictureFile(source, kSourceMissing);
+    const std::vector<uint8_t> bytes = ReadPictureFile(source, kConvertSourceMissing);
     UniqueGdipBitmap picture = LoadPicture(bytes);
     const std::wstring mimeType = TargetMimeType(targetType, picture.get());
     const PictureDimensions sourceSize = MeasurePicture(picture.get());
@@ -99,13 +98,7 @@ void FileConverterImpl::convert(const String& source, uint32_t sourceType, const
     }
     const PixelSize size = ComputeTargetSize(sourceSize.width, sourceSize.height, request);
 
-    // Far beyond any real picture, and short of the sizes whose byte count overflows in GDI+.
-    constexpr int64_t kMaxSide = 1 << 16;
-    constexpr int64_t kMaxPixels = int64_t{1} << 28;
-    if (size.width > kMaxSide || size.height > kMaxSide ||
-        int64_t{size.width} * size.height > kMaxPixels) {
-        Throw(kBadParameter, "Cannot create a picture of that size");
-    }
+    RequireCreatableSize(size);
     UniqueGdipBitmap scaled;
     if (gdip::GdipCreateBitmapFromScan0(size.width, size.height, 0,
                                         TargetPixelFormat(picture.get()), nullptr,

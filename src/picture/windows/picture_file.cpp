@@ -1,4 +1,4 @@
-#include "picture/windows/picture_file.h"
+#include "picture/picture_file.h"
 
 #include <algorithm>
 #include <limits>

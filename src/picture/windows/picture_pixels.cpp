@@ -2,9 +2,9 @@
 
 #include "foundation/error_codes.h"
 #include "foundation/exception.h"
+#include "picture/picture_file.h"
 #include "picture/windows/gdiplus_session.h"
 #include "picture/windows/picture_codec.h"
-#include "picture/windows/picture_file.h"
 
 namespace slib {
 

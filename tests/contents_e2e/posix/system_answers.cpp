@@ -20,6 +20,4 @@ std::string NativeText(const std::string& bytes) {
 const std::set<std::string> kKeywordsWithoutConverter = {"x-mac-turkish", "x-mac-arabic",
                                                          "x-mac-greek", "x-mac-hebrew"};
 
-const bool kPicturesGetAPreview = false;
-
 }  // namespace contents_test

@@ -16,6 +16,4 @@ std::string NativeText(const std::string& bytes) {
 
 const std::set<std::string> kKeywordsWithoutConverter = {};
 
-const bool kPicturesGetAPreview = true;
-
 }  // namespace contents_test

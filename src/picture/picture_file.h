@@ -1,6 +1,6 @@
 #pragma once
 // Whole picture files in and out of memory. Pictures are decoded from memory, never from the
-// file, so GDI+ keeps no lock on the source and the script may move or delete it at once.
+// file, so no engine keeps the source open and the script may move or delete it at once.
 
 #include <cstdint>
 #include <vector>
