@@ -22,4 +22,10 @@ const std::set<std::string> kKeywordsWithoutConverter = {"x-mac-turkish", "x-mac
 
 const bool kPicturesGetAPreview = false;
 
+const RtfReader kRtfReader = RtfReader::kPortable;
+
+bool RtfReaderKeepsCapitals() {
+    return true;
+}
+
 }  // namespace contents_test
