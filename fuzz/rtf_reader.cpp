@@ -1,13 +1,15 @@
 // The RTF reader on untrusted bytes, and the writer on what it read. Invariants: the runs cover
 // the text exactly, in order, each non-empty and different from the one before; no NUL comes
 // through; the writer's RTF is plain ASCII and reads back as the same text with the same runs
-// (unset fonts becoming the writer's Arial).
-// fuzz-sources: src/foundation/rtf_[rw]*.cpp src/foundation/rich_text.cpp
+// (unset fonts becoming the writer's Arial). The group-depth scan that guards the Windows control
+// stops just past its limit, and finds the writer's groups no deeper than its tables.
+// fuzz-sources: src/foundation/rtf_[rwg]*.cpp src/foundation/rich_text.cpp
 #include <cstdint>
 #include <cstdlib>
 #include <string>
 #include <string_view>
 
+#include "foundation/rtf_group_depth.h"
 #include "foundation/rtf_reader.h"
 #include "foundation/rtf_writer.h"
 
@@ -80,6 +82,7 @@ bool SameRuns(const slib::RichText& a, const slib::RichText& b) {
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     const std::string_view input(reinterpret_cast<const char*>(data), size);
+    Require(slib::RtfGroupDepth(input, slib::kRtfMaxGroupDepth) <= slib::kRtfMaxGroupDepth + 1);
     const slib::RichText first = slib::ReadRtf(input, Decode);
     CheckShape(first);
     const std::string written = slib::WriteRtf(first);
@@ -87,6 +90,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
         Require((static_cast<uint8_t>(c) & 0x80) == 0);
     }
     Require(written.compare(0, 6, "{\\rtf1") == 0 && written.back() == '}');
+    Require(slib::RtfGroupDepth(written, slib::kRtfMaxGroupDepth) == 3);
     const slib::RichText second = slib::ReadRtf(written, Decode);
     CheckShape(second);
     Require(SameRuns(second, AsWritten(first)));

@@ -31,9 +31,6 @@ struct ReadRow {
     bool controlRefuses = false;        // where it cannot read the RTF at all
 };
 
-const std::string kDeep(100000, '{');
-const std::string kDeepClose(100000, '}');
-
 const ReadRow kReadRows[] = {
     {"word processor's document",
      "{\\rtf1\\ansi\\ansicpg1252{\\fonttbl{\\f0\\fmodern\\fcharset0 Courier New;}}{\\colortbl;"
@@ -69,9 +66,8 @@ const ReadRow kReadRows[] = {
      "iuwdspb",
      {"i\\i0", "\\ul u", "\\ulw w", "\\uldb d", "s\\strike0", "\\super p", "\\sub b"}},
     {"missing closing brace", "{\\rtf1 abc", "abc", {}, nullptr, true},
-    {"line break", "{\\rtf1 a\\line b}", "a\rb", {}, "a\vb"},
+    {"line break", "{\\rtf1 a\\line b}", "a\rb", {}, "a b"},
     {"not RTF at all", "plain words", "plain words", {}, nullptr, true},
-    {"deep nesting", "{\\rtf1 a" + kDeep + "b" + kDeepClose + "c}", "abc", {}},
 };
 
 TEST_F(Rtf, RtfFromElsewhereIsReadWithItsStyles) {
@@ -93,6 +89,23 @@ TEST_F(Rtf, RtfFromElsewhereIsReadWithItsStyles) {
         for (const char* part : row.written) {
             EXPECT_TRUE(Holds(again, part)) << part << " in " << again;
         }
+    }
+}
+
+// Our reader flattens groups past its limit; the control is never handed more than that limit,
+// and the one under Wine crashes on more than 32 levels, so it is asked only that deep.
+TEST_F(Rtf, DeepNestingNeverTakesTheHostDown) {
+    const auto nested = [](size_t depth) {
+        return "{\\rtf1 a" + std::string(depth - 1, '{') + "b" + std::string(depth - 1, '}') + "c}";
+    };
+    writeFile(u"kept.rtf", nested(kRtfReader == RtfReader::kSystemControl ? 32 : 512));
+    EXPECT_EQ(read(u"kept.rtf", u"\"rtf\""), "abc");
+    writeFile(u"deep.rtf", nested(100000));
+    if (kRtfReader == RtfReader::kSystemControl) {
+        EXPECT_EQ(call(u"VFile_Read( \"deep.rtf\" ; \"rtf\" )"),
+                  Failed(2400, "Cannot convert rich text"));
+    } else {
+        EXPECT_EQ(read(u"deep.rtf", u"\"rtf\""), "abc");
     }
 }
 

@@ -3,7 +3,11 @@
 #include <string_view>
 
 #include "bridge/windows/rich_edit_control.h"
+#include "foundation/error_codes.h"
+#include "foundation/exception.h"
 #include "foundation/rtf_font_names.h"
+#include "foundation/rtf_group_depth.h"
+#include "foundation/rtf_reader.h"
 
 namespace bridge {
 
@@ -17,8 +21,13 @@ std::string RtfOfRichText(const slib::RichText& rich) {
 }
 
 slib::RichText RichTextOfRtf(const slib::Data& rtf) {
-    const slib::PlaceholderFontNames swapped = slib::ReplaceUnicodeFontNames(
-        std::string_view(reinterpret_cast<const char*>(rtf.bytes().data()), rtf.size()));
+    const std::string_view bytes(reinterpret_cast<const char*>(rtf.bytes().data()), rtf.size());
+    // Deeply nested groups crash the control's reader (under Wine, 100,000 of them take the
+    // host down): such a document is refused as the control refuses what it cannot read.
+    if (slib::RtfGroupDepth(bytes, slib::kRtfMaxGroupDepth) > slib::kRtfMaxGroupDepth) {
+        slib::Throw(slib::kUnclassified, "Cannot convert rich text");
+    }
+    const slib::PlaceholderFontNames swapped = slib::ReplaceUnicodeFontNames(bytes);
     RichEditControl control;
     control.loadRtf(reinterpret_cast<const uint8_t*>(swapped.rtf.data()), swapped.rtf.size());
     slib::RichText rich;
