@@ -1,7 +1,6 @@
-// Styled host text to RTF and back, through the system's rich-edit control (Windows; on Linux
-// both fail at once with -4 "The rtf encoding is not available on Linux yet"): font, size, colour,
-// bold, italic, the three underline kinds, strikethrough, super- and subscript, small and all
-// capitals, and any Unicode character.
+// Styled host text to RTF and back (the system's rich-edit control on Windows, our own reader and
+// writer on Linux): font, size, colour, bold, italic, the three underline kinds, strikethrough,
+// super- and subscript, small and all capitals, and any Unicode character.
 #pragma once
 
 #include <cstdint>

@@ -138,12 +138,6 @@ DWORD CALLBACK SupplyInput(DWORD_PTR cookie, LPBYTE bytes, LONG count, LONG* don
 
 }  // namespace
 
-bool RichFormat::operator==(const RichFormat& other) const {
-    return font == other.font && size == other.size && hasColor == other.hasColor &&
-           (!hasColor || (red == other.red && green == other.green && blue == other.blue)) &&
-           face == other.face;
-}
-
 RichEditControl::RichEditControl() {
     if (!slib::LoadRichEditLibrary()) {
         ThrowCannotConvert(GetLastError());

@@ -8,30 +8,16 @@
 #include <string>
 #include <vector>
 
+#include "foundation/rich_text.h"
 #include "foundation/windows/unique_handles.h"
 
 namespace bridge {
 
-// One character format, in the host's terms.
-struct RichFormat {
-    std::u16string font;  // empty: not set
-    uint16_t size = 0;    // points; 0: not set
-    bool hasColor = false;
-    uint8_t red = 0;
-    uint8_t green = 0;
-    uint8_t blue = 0;
-    uint16_t face = 0;  // the host's face bits (bold 0x0100, italic 0x0200, ...)
-
-    bool operator==(const RichFormat& other) const;
-};
+using slib::RichFormat;
 
 class RichEditControl {
   public:
-    struct Run {
-        size_t start;
-        size_t end;
-        RichFormat format;
-    };
+    using Run = slib::RichRun;
 
     // -50 "Cannot convert rich text" with the system's error when the control cannot be made.
     RichEditControl();

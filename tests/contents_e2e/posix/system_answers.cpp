@@ -20,4 +20,10 @@ std::string NativeText(const std::string& bytes) {
 const std::set<std::string> kKeywordsWithoutConverter = {"x-mac-turkish", "x-mac-arabic",
                                                          "x-mac-greek", "x-mac-hebrew"};
 
+const RtfReader kRtfReader = RtfReader::kPortable;
+
+bool RtfReaderKeepsCapitals() {
+    return true;
+}
+
 }  // namespace contents_test

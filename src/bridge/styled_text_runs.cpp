@@ -1,11 +1,7 @@
-#include "bridge/rtf_conversion.h"
+#include "bridge/styled_text_runs.h"
 
-#include <string_view>
+#include <utility>
 
-#include "bridge/windows/rich_edit_control.h"
-#include "foundation/error_codes.h"
-#include "foundation/exception.h"
-#include "foundation/rtf_font_names.h"
 #include "shell/host_data.h"
 #include "shell/host_text.h"
 #include "shell/host_values.h"
@@ -14,9 +10,9 @@ namespace bridge {
 
 namespace {
 
-RichFormat FormatOf(const FmxCharacterStyle& style, const FmxData& fontSource,
-                    const FmxExprEnv& env) {
-    RichFormat format;
+slib::RichFormat FormatOf(const FmxCharacterStyle& style, const FmxData& fontSource,
+                          const FmxExprEnv& env) {
+    slib::RichFormat format;
     if (fmlib::CharacterStyleIsFontEnabled(style)) {
         const fmlib::TextPtr name = fmlib::NewText();
         if (fmlib::DataGetPostscriptFontInfo(fontSource, fmlib::CharacterStyleGetFont(style), *name,
@@ -40,7 +36,7 @@ RichFormat FormatOf(const FmxCharacterStyle& style, const FmxData& fontSource,
     return format;
 }
 
-fmlib::CharacterStylePtr StyleOf(const RichFormat& format, const FmxData& fontSource,
+fmlib::CharacterStylePtr StyleOf(const slib::RichFormat& format, const FmxData& fontSource,
                                  const FmxExprEnv& env) {
     fmlib::CharacterStylePtr style = fmlib::NewCharacterStyle();
     if (!format.font.empty()) {
@@ -63,15 +59,9 @@ fmlib::CharacterStylePtr StyleOf(const RichFormat& format, const FmxData& fontSo
 
 }  // namespace
 
-std::vector<uint8_t> StyledTextToRtf(const FmxText& text, const FmxData& fontSource,
-                                     const FmxExprEnv& env) {
-    const std::u16string units = fmlib::TextUnits(text);
-    // The control takes text up to a NUL only; RTF has no form for one either.
-    if (units.find(u'\0') != std::u16string::npos) {
-        slib::Throw(slib::kBadParameter, "Rich text cannot hold a NUL character");
-    }
-    RichEditControl control;
-    control.setText(units);
+slib::RichText RichTextOf(const FmxText& text, const FmxData& fontSource, const FmxExprEnv& env) {
+    slib::RichText rich;
+    rich.text = fmlib::TextUnits(text);
     const uint32_t size = fmlib::TextSize(text);
     fmlib::CharacterStylePtr current = fmlib::NewCharacterStyle();
     fmlib::CharacterStylePtr next = fmlib::NewCharacterStyle();
@@ -87,31 +77,20 @@ std::vector<uint8_t> StyledTextToRtf(const FmxText& text, const FmxData& fontSou
         }
         if (atEnd || !fmlib::CharacterStyleEquals(*current, *next)) {
             if (!fmlib::CharacterStyleIsAllDisabled(*current)) {
-                control.format(start, position, FormatOf(*current, fontSource, env));
+                rich.runs.push_back({start, position, FormatOf(*current, fontSource, env)});
             }
             std::swap(current, next);
             start = position;
         }
     }
-    const std::string rtf = control.rtf();
-    return std::vector<uint8_t>(rtf.begin(), rtf.end());
+    return rich;
 }
 
-fmlib::TextPtr RtfToStyledText(const slib::Data& rtf, const FmxData& fontSource,
-                               const FmxExprEnv& env) {
-    const slib::PlaceholderFontNames swapped = slib::ReplaceUnicodeFontNames(
-        std::string_view(reinterpret_cast<const char*>(rtf.bytes().data()), rtf.size()));
-    RichEditControl control;
-    control.loadRtf(reinterpret_cast<const uint8_t*>(swapped.rtf.data()), swapped.rtf.size());
-    fmlib::TextPtr text = fmlib::MakeText(control.text());
-    for (const RichEditControl::Run& run : control.runs()) {
-        RichFormat format = run.format;
-        for (const auto& [placeholder, name] : swapped.names) {
-            if (format.font == placeholder) {
-                format.font = name;
-            }
-        }
-        const fmlib::CharacterStylePtr style = StyleOf(format, fontSource, env);
+fmlib::TextPtr StyledTextOf(const slib::RichText& rich, const FmxData& fontSource,
+                            const FmxExprEnv& env) {
+    fmlib::TextPtr text = fmlib::MakeText(rich.text);
+    for (const slib::RichRun& run : rich.runs) {
+        const fmlib::CharacterStylePtr style = StyleOf(run.format, fontSource, env);
         fmlib::TextSetStyle(*text, *style, static_cast<uint32_t>(run.start),
                             static_cast<uint32_t>(run.end - run.start));
     }
