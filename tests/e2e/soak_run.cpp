@@ -72,6 +72,9 @@ const char* const kWarmUp[] = {
     "VFile_DeCompress( \"arch.zip\" ; \"warm\" ) & VFile_Delete( \"warm\" )",
     "VFile_Convert( \"pic.bmp\" ; \"warm.png\" ) & VFile_Delete( \"warm.png\" )",
     "VFile_Get( \"picture-pixels\" ; \"pic.bmp\" )",
+    // Large enough that the scaler spreads it over threads: their first start is no growth.
+    "VFile_Convert( \"pic.bmp\" ; \"warm.jpg\" ; \"width\" ; 2000 ; \"height\" ; 2000 ) & "
+    "VFile_Delete( \"warm.jpg\" )",
 };
 constexpr size_t kWarmUpRounds = 8;
 

@@ -66,7 +66,7 @@ std::string FileMakerFolderForm(const std::string& slashedFolder) {
 }
 
 std::string StagedTextCopyRefusal() {
-    return Failed(-4, "Pictures are not available on Linux yet");
+    return Failed(-50, "This is not a picture.");
 }
 
 }  // namespace items_test
