@@ -1,4 +1,4 @@
-// fuzz-sources: src/picture/*.cpp src/foundation/*.cpp
+// fuzz-sources: src/picture/jpeg_exif.cpp
 // Fuzzes the JPEG EXIF orientation reader with arbitrary bytes. Seeds worth adding to the corpus
 // are JPEG files with an EXIF block in either byte order.
 #include <cstddef>
