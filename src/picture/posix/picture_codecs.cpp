@@ -2,7 +2,7 @@
 // says nothing reliable about its format.
 #include "picture/posix/picture_codecs.h"
 
-#include <cstring>
+#include <optional>
 
 #include "foundation/exception.h"
 #include "picture/picture_signature.h"
@@ -14,57 +14,45 @@ namespace {
 
 struct FormatCodec {
     PictureFormat format;
-    const char* signature;
-    size_t signatureLength;
     OrientedRaster (*decode)(PictureBytes);
     PictureDimensions (*measure)(PictureBytes);
     std::vector<uint8_t> (*encode)(const Raster&);
 };
 
 const FormatCodec kCodecs[] = {
-    {PictureFormat::kJpeg, "\xFF\xD8\xFF", 3, &DecodeJpeg, &MeasureJpeg, &EncodeJpeg},
-    {PictureFormat::kPng, "\x89PNG\r\n\x1A\n", 8, &DecodePng, &MeasurePng, &EncodePng},
-    {PictureFormat::kGif, "GIF8", 4, &DecodeGif, &MeasureGif, &EncodeGif},
-    {PictureFormat::kBmp, "BM", 2, &DecodeBmp, &MeasureBmp, &EncodeBmp},
-    {PictureFormat::kTiff, "II*\0", 4, &DecodeTiff, &MeasureTiff, &EncodeTiff},
-    {PictureFormat::kTiff, "MM\0*", 4, &DecodeTiff, &MeasureTiff, &EncodeTiff},
+    {PictureFormat::kJpeg, &DecodeJpeg, &MeasureJpeg, &EncodeJpeg},
+    {PictureFormat::kPng, &DecodePng, &MeasurePng, &EncodePng},
+    {PictureFormat::kGif, &DecodeGif, &MeasureGif, &EncodeGif},
+    {PictureFormat::kBmp, &DecodeBmp, &MeasureBmp, &EncodeBmp},
+    {PictureFormat::kTiff, &DecodeTiff, &MeasureTiff, &EncodeTiff},
 };
 
-struct UnavailableFormat {
-    size_t offset;
-    const char* signature;
-    size_t signatureLength;
-    const char* name;
-};
-
-// Signatures HasPictureSignature accepts that no codec here reads.
-const UnavailableFormat kUnavailable[] = {
-    {0, "\0\0\1\0", 4, "ICO"},
-    {40, " EMF", 4, "EMF"},
-    {0, "\xD7\xCD\xC6\x9A", 4, "WMF"},
-};
-
-bool Starts(const std::vector<uint8_t>& bytes, size_t offset, const char* signature,
-            size_t length) {
-    return bytes.size() >= offset + length &&
-           std::memcmp(bytes.data() + offset, signature, length) == 0;
-}
+const FormatCodec& CodecFor(PictureFormat format);
 
 const FormatCodec& CodecFor(const std::vector<uint8_t>& bytes) {
-    for (const FormatCodec& codec : kCodecs) {
-        if (Starts(bytes, 0, codec.signature, codec.signatureLength)) {
-            return codec;
-        }
+    const std::optional<SignedFormat> signature = FindPictureSignature(bytes.data(), bytes.size());
+    if (!signature) {
+        ThrowNotAPicture();
     }
-    for (const UnavailableFormat& format : kUnavailable) {
-        if (Starts(bytes, format.offset, format.signature, format.signatureLength)) {
-            ThrowFormatUnavailable(format.name);
-        }
+    switch (*signature) {
+        case SignedFormat::kJpeg:
+            return CodecFor(PictureFormat::kJpeg);
+        case SignedFormat::kPng:
+            return CodecFor(PictureFormat::kPng);
+        case SignedFormat::kGif:
+            return CodecFor(PictureFormat::kGif);
+        case SignedFormat::kBmp:
+            return CodecFor(PictureFormat::kBmp);
+        case SignedFormat::kTiff:
+            return CodecFor(PictureFormat::kTiff);
+        case SignedFormat::kIco:
+            ThrowFormatUnavailable("ICO");
+        case SignedFormat::kEmf:
+            ThrowFormatUnavailable("EMF");
+        case SignedFormat::kWmf:
+            ThrowFormatUnavailable("WMF");
     }
-    if (HasPictureSignature(bytes.data(), bytes.size())) {
-        ThrowPictureDamaged();  // a signature added there without a codec here
-    }
-    ThrowNotAPicture();
+    ThrowPictureDamaged();  // not reached: the switch names every signed format
 }
 
 const FormatCodec& CodecFor(PictureFormat format) {
