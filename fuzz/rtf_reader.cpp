@@ -3,7 +3,7 @@
 // through; the writer's RTF is plain ASCII and reads back as the same text with the same runs
 // (unset fonts becoming the writer's Arial). The group-depth scan that guards the Windows control
 // stops just past its limit, and finds the writer's groups no deeper than its tables.
-// fuzz-sources: src/foundation/rtf_[rwg]*.cpp src/foundation/rich_text.cpp
+// fuzz-sources: src/foundation/rtf_[rwgc]*.cpp src/foundation/rich_text.cpp
 #include <cstdint>
 #include <cstdlib>
 #include <string>

@@ -3,16 +3,11 @@
 #include <cstdint>
 #include <cstdlib>
 
+#include "foundation/rtf_control_word.h"
+
 namespace slib {
 
 namespace {
-
-bool IsLetter(char c) {
-    return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z');
-}
-bool IsDigit(char c) {
-    return c >= '0' && c <= '9';
-}
 
 // One control word at `at` (just after its "\"): its letters and its optional signed number.
 struct ControlWord {
@@ -25,7 +20,7 @@ struct ControlWord {
 ControlWord ReadControlWord(std::string_view rtf, size_t at) {
     ControlWord word;
     const size_t start = at;
-    while (at < rtf.size() && IsLetter(rtf[at])) {
+    while (at < rtf.size() && IsRtfLetter(rtf[at])) {
         ++at;
     }
     word.name = rtf.substr(start, at - start);
@@ -34,7 +29,7 @@ ControlWord ReadControlWord(std::string_view rtf, size_t at) {
         ++at;
     }
     const size_t digitsStart = at;
-    while (at < rtf.size() && IsDigit(rtf[at]) && at - digitsStart < 10) {
+    while (at < rtf.size() && IsRtfDigit(rtf[at]) && at - digitsStart < 10) {
         ++at;
     }
     if (at > digitsStart) {
@@ -93,7 +88,7 @@ EntryName ReadEntry(std::string_view rtf, size_t at) {
             ++at;
             continue;
         }
-        if (c == '\\' && at + 1 < rtf.size() && IsLetter(rtf[at + 1])) {
+        if (c == '\\' && at + 1 < rtf.size() && IsRtfLetter(rtf[at + 1])) {
             const ControlWord word = ReadControlWord(rtf, at + 1);
             if (word.name == "u" && word.hasNumber) {
                 if (entry.start == std::string_view::npos) {

@@ -6,21 +6,16 @@
 #include <utility>
 #include <vector>
 
+#include "foundation/rtf_control_word.h"
+
 namespace slib {
 
 namespace {
 
-constexpr long kNumberLimit = 0x7FFFFFFFL;  // RTF numbers are 32-bit at most
 constexpr uint32_t kFallbackCodePage = 1252;
 
-bool IsLetter(char c) {
-    return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z');
-}
-bool IsDigit(char c) {
-    return c >= '0' && c <= '9';
-}
 int HexValue(char c) {
-    if (IsDigit(c)) {
+    if (IsRtfDigit(c)) {
         return c - '0';
     }
     if (c >= 'a' && c <= 'f') {
@@ -234,7 +229,7 @@ class Reader {
             return;
         }
         const char c = rtf_[at_];
-        if (IsLetter(c)) {
+        if (IsRtfLetter(c)) {
             controlWord();
             return;
         }
@@ -266,42 +261,19 @@ class Reader {
     }
 
     void controlWord() {
-        const size_t start = at_;
-        while (at_ < rtf_.size() && IsLetter(rtf_[at_])) {
-            ++at_;
-        }
-        const std::string_view word = rtf_.substr(start, at_ - start);
-        bool negative = false;
-        if (at_ < rtf_.size() && rtf_[at_] == '-') {
-            negative = true;
-            ++at_;
-        }
-        const size_t digits = at_;
-        long number = 0;
-        while (at_ < rtf_.size() && IsDigit(rtf_[at_])) {
-            number = std::min(kNumberLimit, number * 10 + (rtf_[at_] - '0'));
-            ++at_;
-        }
-        const bool hasNumber = at_ > digits;
-        if (!hasNumber && negative) {
-            --at_;  // a lone "-" is text, not part of the word
-            negative = false;
-        }
-        if (at_ < rtf_.size() && rtf_[at_] == ' ') {
-            ++at_;
-        }
+        const RtfControlWord word = ReadRtfControlWord(rtf_, at_);
+        at_ = word.end;
         flushBytes();
-        apply(word, hasNumber, negative ? -number : number);
-    }
-
-    void apply(std::string_view word, bool hasNumber, long number) {
-        if (word == "bin") {
-            // Binary data is skipped whatever the destination: it may hold any byte, braces too.
-            const size_t length = hasNumber && number > 0 ? static_cast<size_t>(number) : 0;
-            at_ += std::min(length, rtf_.size() - at_);
+        if (word.name == "bin") {
+            // Binary data is skipped whatever the destination.
+            at_ = RtfWordDataEnd(rtf_, word);
             skipFallback();
             return;
         }
+        apply(word.name, word.hasNumber, word.number);
+    }
+
+    void apply(std::string_view word, bool hasNumber, long number) {
         if (starPending_) {
             starPending_ = false;
             state_.destination = Destination::kSkip;
